@@ -1,0 +1,95 @@
+#include "host/button_clicks.h"
+
+#include "base/text.h"
+#include "corvina/version.h"
+#include "host/control_table.h"
+#include "host/language_strings.h"
+#include "host/web_and_lists.h"
+#include "platform/user_interface.h"
+#include "settings/config_keys.h"
+#include "settings/config_store.h"
+#include "settings/guard.h"
+
+namespace corvina {
+namespace {
+
+void Tell(AddIn& addin, const std::wstring& text, int32_t style) {
+  addin.services.ui.MsgBox(text, style, kProductName);
+}
+
+void NotInThisBuild(AddIn& addin, const wchar_t* feature) {
+  Tell(addin, NotInThisBuildText(feature), vbInformation);
+}
+
+void CountUse(AddIn& addin, int index) {
+  const ControlSpec* spec = FindControl(index);
+  std::wstring* counter = spec ? StatisticCounter(addin.config, spec->statistic) : nullptr;
+  if (counter) *counter = std::to_wstring(ToLong(*counter) + 1);
+}
+
+// Buttons that work on the mail being written need an open mail window showing a mail.
+bool HasOpenMail(AddIn& addin) {
+  auto inspector = addin.oApplication ? addin.oApplication->ActiveInspector() : nullptr;
+  auto item = inspector ? inspector->CurrentItem() : nullptr;
+  if (item && item->Class() == outlook::olMail) return true;
+  Tell(addin, kTextNotMailItem, vbOKOnly);
+  return false;
+}
+
+void About(AddIn& addin) {
+  CountUse(addin, 9);
+  Tell(addin,
+       std::wstring(kProductName) + L" " + std::to_wstring(kVersionMajor) + L"." +
+           std::to_wstring(kVersionMinor) + L"." + std::to_wstring(kVersionRevision) +
+           L"\r\nAttachments, chat and virus alerts for Outlook.",
+       vbInformation);
+}
+
+void ChangeLanguage(AddIn& addin, const std::wstring& choice) {
+  if (choice == L"Hebrew") Tell(addin, kTextHebrewWarning, vbExclamation);
+  ChangeLanuage(addin, choice);
+  SetLanguageStrings(addin);
+  ConfigStore store = addin.Store();
+  SaveConfig(addin.config, store);
+}
+
+void Click(AddIn& addin, int index) {
+  switch (index) {
+    case 0:
+      if (HasOpenMail(addin)) NotInThisBuild(addin, L"The stationery picker");
+      return;
+    case 1: return NotInThisBuild(addin, L"Saving attachments");
+    case 2: return NotInThisBuild(addin, L"The properties dialog");
+    case 3: return NotInThisBuild(addin, L"The picture preview");
+    case 4: return NotInThisBuild(addin, L"The distribution-list menu");
+    case 5: return NotInThisBuild(addin, L"The keyboard-layout translator");
+    case 8: return NotInThisBuild(addin, L"Virus alert");
+    case 9: return About(addin);
+    case 10: return NotInThisBuild(addin, L"The uploader");
+    case 11: return NotInThisBuild(addin, L"My Storage");
+    case 12: return NotInThisBuild(addin, L"Chat");
+    case 13: return NotInThisBuild(addin, L"The attachment search");
+    case 14:
+      if (HasOpenMail(addin)) NotInThisBuild(addin, L"The voice recorder");
+      return;
+    default: return;
+  }
+}
+
+}  // namespace
+
+void RouteControlEvent(AddIn& addin, const std::wstring& context, int index,
+                       const std::wstring& combo_text) {
+  if (index == kComboIndex) {
+    Guard(addin.log, context, L"My_Button7_Change", [&] { ChangeLanguage(addin, combo_text); });
+    return;
+  }
+  const std::wstring procedure = L"My_Button" + std::to_wstring(index) + L"_Click";
+  Guard(addin.log, context, procedure.c_str(), [&] { Click(addin, index); });
+}
+
+void My_Menu1_Click(AddIn& addin, const std::wstring& context) {
+  Guard(addin.log, context, L"My_Menu1_Click", [&] { Tell(addin, kTextMenu1, vbOKOnly); });
+}
+
+}  // namespace corvina

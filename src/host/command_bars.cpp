@@ -1,0 +1,168 @@
+#include "host/command_bars.h"
+
+#include "base/text.h"
+#include "host/control_table.h"
+#include "host/language_strings.h"
+
+namespace corvina {
+namespace {
+
+std::shared_ptr<outlook::CommandBar> AddBar(outlook::CommandBars& bars, const std::wstring& name) {
+  auto bar = bars.Add(name, outlook::msoBarTop, false);
+  bar->SetVisible(true);
+  return bar;
+}
+
+void UpdateAddressBookFlag(AddIn& addin, outlook::Application& application) {
+  bool available = false;
+  try {
+    available = application.GetNamespace(L"MAPI")->AddressListCount() > 0;
+  } catch (const Error&) {
+    available = false;  // no address book to offer: the distribution-list menu stays off
+  }
+  if (!available) {
+    addin.config.IsdAddressBookAvailable = L"0";
+    ConfigStore store = addin.Store();
+    SaveConfig(addin.config, store);
+  } else {
+    addin.config.IsdAddressBookAvailable = L"1";
+  }
+}
+
+std::shared_ptr<outlook::CommandBarControl> CreateButton(AddIn& addin, outlook::CommandBar& bar,
+                                                         int index) {
+  const ControlSpec* spec = FindControl(index);
+  if (!spec) Raise(kErrSubscript, L"Subscript out of range");
+  if (auto existing = FindTaggedControl(bar, spec->tag)) {
+    if (index == 5 || index == 8) {
+      existing->SetVisible(false);
+      return nullptr;
+    }
+    return existing;
+  }
+  auto control = bar.Controls()->Add(outlook::msoControlButton, false);
+  control->SetStyle(outlook::msoButtonIconAndCaption);
+  const ControlTexts texts = TextsForControl(index);
+  if (addin.config.HideAllText != L"1") control->SetCaption(index == 9 ? L"" : texts.caption);
+  control->SetFaceId(spec->face_id);
+  control->SetToolTipText(texts.tooltip);
+  control->SetTag(spec->tag);
+  return control;
+}
+
+void ToggleFace(AddIn& addin, const wchar_t* tag, int index, int32_t face, int32_t busy_face,
+                bool flag) {
+  auto explorer = addin.oApplication ? addin.oApplication->ActiveExplorer() : nullptr;
+  if (!explorer) return;
+  auto bar = FindBar(*explorer->CommandBars(), kBarName);
+  if (!bar) return;
+  auto control = FindTaggedControl(*bar, tag);
+  if (!control) return;
+  const bool show_text = addin.config.HideAllText != L"1";
+  if (flag) {
+    control->SetVisible(false);
+    if (control->FaceId() == busy_face) {
+      control->SetFaceId(face);
+    } else {
+      control->SetFaceId(busy_face);
+      if (show_text) control->SetCaption(TextsForControl(index).caption);
+    }
+    control->SetVisible(true);
+  } else {
+    control->SetFaceId(face);
+    if (show_text) control->SetCaption(TextsForControl(index).caption);
+  }
+}
+
+}  // namespace
+
+std::shared_ptr<outlook::CommandBar> FindBar(outlook::CommandBars& bars, const std::wstring& name) {
+  const int32_t count = bars.Count();
+  for (int32_t i = 1; i <= count; ++i) {
+    auto bar = bars.Item(i);
+    if (bar->Name() == name) return bar;
+  }
+  return nullptr;
+}
+
+std::shared_ptr<outlook::CommandBarControl> FindTaggedControl(outlook::CommandBar& bar,
+                                                              const std::wstring& tag) {
+  auto controls = bar.Controls();
+  const int32_t count = controls->Count();
+  for (int32_t i = 1; i <= count; ++i) {
+    auto control = controls->Item(i);
+    if (control->Tag() == tag) return control;
+  }
+  return nullptr;
+}
+
+std::shared_ptr<outlook::CommandBar> CreateAddInCommandBar(AddIn& addin,
+                                                           outlook::Application& application) {
+  return addin.Run(L"CreateAddInCommandBar", std::shared_ptr<outlook::CommandBar>(), [&] {
+    auto explorer = application.ActiveExplorer();
+    if (!explorer) Raise(kErrObjectVariableNotSet, L"Object variable or With block variable not set");
+    auto bars = explorer->CommandBars();
+    auto bar = FindBar(*bars, kBarName);
+    if (!bar) bar = AddBar(*bars, kBarName);
+    UpdateAddressBookFlag(addin, application);
+    return bar;
+  });
+}
+
+std::shared_ptr<outlook::CommandBar> CreateAddInCommandBarInspector(AddIn& addin,
+                                                                    outlook::Inspector& inspector) {
+  return addin.Run(L"CreateAddInCommandBarInspector", std::shared_ptr<outlook::CommandBar>(), [&] {
+    auto bars = inspector.CommandBars();
+    auto bar = FindBar(*bars, kInspectorBarName);
+    if (!bar) bar = AddBar(*bars, kInspectorBarName);
+    if (addin.oApplication) UpdateAddressBookFlag(addin, *addin.oApplication);
+    return bar;
+  });
+}
+
+std::shared_ptr<outlook::CommandBarControl> CreateAddInButton(AddIn& addin,
+                                                              outlook::CommandBar& bar, int index) {
+  return addin.Run(L"CreateAddInButton", std::shared_ptr<outlook::CommandBarControl>(),
+                   [&] { return CreateButton(addin, bar, index); });
+}
+
+std::shared_ptr<outlook::CommandBarControl> CreateAddInButtonInspector(AddIn& addin,
+                                                                       outlook::CommandBar& bar,
+                                                                       int index) {
+  return addin.Run(L"CreateAddInButtonInspector", std::shared_ptr<outlook::CommandBarControl>(),
+                   [&] { return CreateButton(addin, bar, index); });
+}
+
+std::shared_ptr<outlook::CommandBarControl> CreateAddInComboBox(AddIn& addin,
+                                                                outlook::CommandBar& bar,
+                                                                int index) {
+  return addin.Run(L"CreateAddInComboBox", std::shared_ptr<outlook::CommandBarControl>(), [&] {
+    const ControlSpec* spec = FindControl(index);
+    auto combo = spec ? FindTaggedControl(bar, spec->tag) : nullptr;
+    if (!combo) Raise(kErrObjectVariableNotSet, L"Object variable or With block variable not set");
+    combo->SetVisible(false);
+    return combo;
+  });
+}
+
+void RemoveAddInCommandBarButton(AddIn& addin, int32_t RemoveMode) {
+  addin.Run(L"RemoveAddInCommandBarButton", [&] {
+    if (RemoveMode != 1 || !addin.oApplication) return;
+    auto explorer = addin.oApplication->ActiveExplorer();
+    if (!explorer) return;
+    if (auto bar = FindBar(*explorer->CommandBars(), kBarName)) bar->Delete();
+  });
+}
+
+void ToggleSaveFaceID(AddIn& addin, bool flag) {
+  addin.Run(L"ToggleSaveFaceID",
+            [&] { ToggleFace(addin, kTagSave, 1, kSaveFace, kSaveBusyFace, flag); });
+}
+
+void ToggleSmartSenderFaceID(AddIn& addin, bool flag) {
+  addin.Run(L"ToggleSmartSenderFaceID", [&] {
+    ToggleFace(addin, kTagSmartSender, 4, kSmartSenderFace, kSmartSenderBusyFace, flag);
+  });
+}
+
+}  // namespace corvina

@@ -1,0 +1,33 @@
+#include "host/folder_loop.h"
+
+#include "base/text.h"
+
+namespace corvina {
+namespace {
+
+Date ItemTime(outlook::Item& item) {
+  return item.Class() == outlook::olMail ? item.ReceivedTime() : item.CreationTime();
+}
+
+}  // namespace
+
+LoopParameters GetLoopParametersByFolder(outlook::Folder& folder) {
+  LoopParameters p;
+  auto items = folder.Items();
+  const int32_t count = items->Count();
+  if (count == 0) return p;
+  const Date first = ItemTime(*items->Item(1));
+  const Date last = ItemTime(*items->Item(count));
+  if (first > last) {
+    p = {1, count, 1};
+  } else {
+    p = {count, 1, -1};
+  }
+  return p;
+}
+
+bool IsOlderThanLastMonitor(outlook::Item& mail, const Config& config) {
+  return FormatStamp(mail.ReceivedTime()) < config.LastMailMonitorTime;
+}
+
+}  // namespace corvina

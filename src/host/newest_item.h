@@ -1,0 +1,20 @@
+#pragma once
+// ReportItem: the newest item of a folder, where a mail counts by its received time, a
+// delivery report by its creation time and other kinds not at all. Of several items with the
+// newest time, the one first in the folder's order wins.
+#include <memory>
+
+#include "platform/clock.h"
+#include "platform/outlook.h"
+
+namespace corvina {
+
+// Answers through Outlook's own views (Restrict, Sort, GetFirst) so the number of object-model
+// calls does not grow with the folder: Outlook disables an add-in that makes too many.
+std::shared_ptr<outlook::Item> ReportItem(outlook::Items& items, Clock& clock);
+
+// The same rule by walking every item: the reference the fast path must agree with, and the
+// fallback for a store that cannot answer a view.
+std::shared_ptr<outlook::Item> ReportItemByWalk(outlook::Items& items);
+
+}  // namespace corvina

@@ -1,0 +1,15 @@
+#pragma once
+// "Now" for the core. Nothing in the core reads the system time directly, so tests fix it.
+#include "base/date.h"
+
+namespace corvina {
+
+class Clock {
+ public:
+  virtual ~Clock() = default;
+  virtual Date Now() = 0;
+  // Outlook's "@SQL=" filters compare times in UTC while items report local times.
+  virtual Date LocalToUtc(Date local) = 0;
+};
+
+}  // namespace corvina

@@ -1,0 +1,40 @@
+#pragma once
+// Ownership of one event subscription. Destroying (or resetting) the connection unsubscribes,
+// the way releasing a connection-point cookie does, so a handler never outlives its owner.
+#include <functional>
+#include <utility>
+
+namespace corvina {
+
+class EventConnection {
+ public:
+  EventConnection() = default;
+  explicit EventConnection(std::function<void()> disconnect) : disconnect_(std::move(disconnect)) {}
+  EventConnection(const EventConnection&) = delete;
+  EventConnection& operator=(const EventConnection&) = delete;
+  EventConnection(EventConnection&& other) noexcept : disconnect_(std::exchange(other.disconnect_, {})) {}
+  EventConnection& operator=(EventConnection&& other) noexcept {
+    if (this != &other) {
+      Reset();
+      disconnect_ = std::exchange(other.disconnect_, {});
+    }
+    return *this;
+  }
+  ~EventConnection() { Reset(); }
+
+  // Unsubscribes now. Never throws: a failing unsubscribe is of no interest to the caller.
+  void Reset() noexcept {
+    if (auto d = std::exchange(disconnect_, {})) {
+      try {
+        d();
+      } catch (...) {
+      }
+    }
+  }
+  bool connected() const { return static_cast<bool>(disconnect_); }
+
+ private:
+  std::function<void()> disconnect_;
+};
+
+}  // namespace corvina

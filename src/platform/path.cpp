@@ -1,0 +1,86 @@
+#include "platform/path.h"
+
+#include <cwctype>
+
+#include "base/text.h"
+
+namespace corvina::path {
+
+namespace {
+bool IsSep(wchar_t c) { return c == L'\\' || c == L'/'; }
+}  // namespace
+
+std::wstring Join(std::wstring_view a, std::wstring_view b) {
+  if (a.empty()) return std::wstring(b);
+  std::wstring r(a);
+  if (!IsSep(r.back())) r.push_back(kSeparator);
+  size_t i = 0;
+  while (i < b.size() && IsSep(b[i])) ++i;
+  r.append(b.substr(i));
+  return r;
+}
+
+std::wstring Parent(std::wstring_view p) {
+  std::wstring s = WithoutTrailingSeparator(p);
+  size_t pos = s.find_last_of(L"\\/");
+  if (pos == std::wstring::npos) return {};
+  if (pos == 2 && s.size() > 1 && s[1] == L':') return s.substr(0, 3);
+  return s.substr(0, pos);
+}
+
+std::wstring FileName(std::wstring_view p) {
+  std::wstring s = WithoutTrailingSeparator(p);
+  size_t pos = s.find_last_of(L"\\/");
+  return pos == std::wstring::npos ? s : s.substr(pos + 1);
+}
+
+std::wstring WithTrailingSeparator(std::wstring_view p) {
+  std::wstring r(p);
+  if (r.empty() || !IsSep(r.back())) r.push_back(kSeparator);
+  return r;
+}
+
+std::wstring WithoutTrailingSeparator(std::wstring_view p) {
+  std::wstring r(p);
+  while (!r.empty() && IsSep(r.back())) {
+    if (r.size() == 3 && r[1] == L':') break;
+    r.pop_back();
+  }
+  return r;
+}
+
+std::vector<std::wstring> Components(std::wstring_view p) {
+  std::vector<std::wstring> out;
+  std::wstring cur;
+  for (wchar_t c : p) {
+    if (IsSep(c)) {
+      if (!cur.empty()) out.push_back(std::move(cur));
+      cur.clear();
+    } else {
+      cur.push_back(c);
+    }
+  }
+  if (!cur.empty()) out.push_back(std::move(cur));
+  return out;
+}
+
+std::wstring Drive(std::wstring_view p) {
+  if (p.size() >= 2 && p[1] == L':' && std::iswalpha(static_cast<wint_t>(p[0])))
+    return UCase(p.substr(0, 1)) + L":";
+  return {};
+}
+
+bool IsAbsolute(std::wstring_view p) {
+  return p.size() >= 3 && p[1] == L':' && IsSep(p[2]);
+}
+
+bool SamePath(std::wstring_view a, std::wstring_view b) {
+  auto ca = Components(a);
+  auto cb = Components(b);
+  if (ca.size() != cb.size()) return false;
+  for (size_t i = 0; i < ca.size(); ++i)
+    if (!EqualsIgnoreCase(ca[i], cb[i])) return false;
+  return true;
+}
+
+}  // namespace corvina::path
