@@ -8,6 +8,9 @@ namespace corvina::path {
 
 namespace {
 bool IsSep(wchar_t c) { return c == L'\\' || c == L'/'; }
+// Drive letters are A-Z only; iswalpha would take any letter of the locale.
+bool IsDriveLetter(wchar_t c) { return (c >= L'A' && c <= L'Z') || (c >= L'a' && c <= L'z'); }
+bool HasDrive(std::wstring_view p) { return p.size() >= 2 && p[1] == L':' && IsDriveLetter(p[0]); }
 }  // namespace
 
 std::wstring Join(std::wstring_view a, std::wstring_view b) {
@@ -23,15 +26,18 @@ std::wstring Join(std::wstring_view a, std::wstring_view b) {
 std::wstring Parent(std::wstring_view p) {
   std::wstring s = WithoutTrailingSeparator(p);
   size_t pos = s.find_last_of(L"\\/");
-  if (pos == std::wstring::npos) return {};
-  if (pos == 2 && s.size() > 1 && s[1] == L':') return s.substr(0, 3);
-  return s.substr(0, pos);
+  // A root ("C:\") has nothing above it, so a walk up the tree ends.
+  if (pos == std::wstring::npos || (HasDrive(s) && s.size() == 3)) return {};
+  if (pos == 2 && HasDrive(s)) return s.substr(0, 3);
+  // "C:\a\\b": the run of separators before the name is not part of the parent.
+  return WithoutTrailingSeparator(s.substr(0, pos));
 }
 
 std::wstring FileName(std::wstring_view p) {
   std::wstring s = WithoutTrailingSeparator(p);
   size_t pos = s.find_last_of(L"\\/");
-  return pos == std::wstring::npos ? s : s.substr(pos + 1);
+  if (pos != std::wstring::npos) return s.substr(pos + 1);
+  return HasDrive(s) ? s.substr(2) : s;  // "C:name" names "name"
 }
 
 std::wstring WithTrailingSeparator(std::wstring_view p) {
@@ -43,7 +49,7 @@ std::wstring WithTrailingSeparator(std::wstring_view p) {
 std::wstring WithoutTrailingSeparator(std::wstring_view p) {
   std::wstring r(p);
   while (!r.empty() && IsSep(r.back())) {
-    if (r.size() == 3 && r[1] == L':') break;
+    if (r.size() == 3 && HasDrive(r)) break;
     r.pop_back();
   }
   return r;
@@ -65,13 +71,14 @@ std::vector<std::wstring> Components(std::wstring_view p) {
 }
 
 std::wstring Drive(std::wstring_view p) {
-  if (p.size() >= 2 && p[1] == L':' && std::iswalpha(static_cast<wint_t>(p[0])))
-    return UCase(p.substr(0, 1)) + L":";
-  return {};
+  return HasDrive(p) ? UCase(p.substr(0, 1)) + L":" : std::wstring();
 }
 
+// "C:\x" and network paths ("\\server\share") are absolute; "C:x" and "\x" depend on the
+// current drive and folder.
 bool IsAbsolute(std::wstring_view p) {
-  return p.size() >= 3 && p[1] == L':' && IsSep(p[2]);
+  return (p.size() >= 3 && HasDrive(p) && IsSep(p[2])) ||
+         (p.size() >= 2 && IsSep(p[0]) && IsSep(p[1]));
 }
 
 bool SamePath(std::wstring_view a, std::wstring_view b) {

@@ -1,0 +1,89 @@
+#include "platform/sim/file_settings_tree.h"
+
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+#include <utility>
+
+#include "base/text.h"
+#include "platform/sim/settings_file_format.h"
+
+namespace corvina::sim {
+
+namespace fs = std::filesystem;
+
+namespace {
+constexpr wchar_t kSource[] = L"Settings";
+
+std::wstring Label(const fs::path& p) {
+  std::u8string u = p.u8string();
+  return FromUtf8(std::string(u.begin(), u.end()));
+}
+}  // namespace
+
+FileSettingsTree::FileSettingsTree(Faults& faults, fs::path file)
+    : faults_(faults), file_(std::move(file)), label_(Label(file_)) {
+  std::error_code ec;
+  if (!fs::exists(file_, ec)) return;
+  std::ifstream in(file_, std::ios::binary);
+  std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  if (!in.is_open() || in.bad() || fs::is_directory(file_, ec)) {
+    problems_.emplace_back(0, kSource, L"Settings file " + label_ + L" cannot be read");
+    return;
+  }
+  ParsedSettings parsed = ParseSettingsFile(text, label_);
+  table_ = std::move(parsed.table);
+  problems_ = std::move(parsed.problems);
+}
+
+FileSettingsTree::~FileSettingsTree() {
+  try {
+    Flush();
+  } catch (const std::exception& e) {
+    std::fprintf(stderr, "settings not saved: %s\n", e.what());
+  }
+}
+
+std::optional<std::wstring> FileSettingsTree::Read(const std::wstring& application,
+                                                   const std::wstring& section,
+                                                   const std::wstring& key) {
+  faults_.Enter(Service::kSettings, "Read");
+  const std::wstring* value = table_.Find(application, section, key);
+  return value ? std::optional<std::wstring>(*value) : std::nullopt;
+}
+
+void FileSettingsTree::Write(const std::wstring& application, const std::wstring& section,
+                             const std::wstring& key, const std::wstring& value) {
+  faults_.Enter(Service::kSettings, "Write");
+  std::wstring why = UnstorableReason(application, section, key);
+  if (!why.empty())
+    throw Error(5, kSource,
+                L"Cannot keep " + application + L"\\" + section + L"\\" + key +
+                    L" in a settings file: " + why);
+  if (table_.Set(application, section, key, value)) dirty_ = true;
+}
+
+std::vector<Error> FileSettingsTree::TakeProblems() { return std::exchange(problems_, {}); }
+
+void FileSettingsTree::Flush() {
+  if (!dirty_) return;
+  std::string text = FormatSettingsFile(table_);
+  fs::path temp = file_;
+  temp += ".tmp";
+  std::error_code ec;
+  if (file_.has_parent_path()) fs::create_directories(file_.parent_path(), ec);
+  {
+    std::ofstream out(temp, std::ios::binary | std::ios::trunc);
+    out.write(text.data(), static_cast<std::streamsize>(text.size()));
+    out.close();
+    if (out) fs::rename(temp, file_, ec);
+    if (!out || ec) {
+      std::error_code ignored;
+      fs::remove(temp, ignored);
+      throw Error(75, kSource, L"Settings file " + label_ + L" cannot be written");
+    }
+  }
+  dirty_ = false;
+}
+
+}  // namespace corvina::sim

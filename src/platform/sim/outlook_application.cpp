@@ -1,0 +1,77 @@
+#include "platform/sim/outlook_application.h"
+
+#include "base/text.h"
+#include "platform/sim/outlook_errors.h"
+#include "platform/sim/outlook_objects.h"
+
+namespace corvina::sim {
+
+namespace {
+
+class SimNameSpace final : public outlook::NameSpace {
+ public:
+  explicit SimNameSpace(SimStore& store) : store_(store) {}
+
+  std::shared_ptr<outlook::Folder> GetDefaultFolder(int32_t kind) override {
+    store_.Enter("NameSpace.GetDefaultFolder");
+    auto folder = store_.FindFolder(kind);
+    if (!folder) throw InvalidArgumentError();
+    return WrapFolder(store_, std::move(folder));
+  }
+  std::shared_ptr<outlook::Item> GetItemFromID(const std::wstring& entry_id) override {
+    store_.Enter("NameSpace.GetItemFromID");
+    auto item = store_.FindById(entry_id);
+    if (!item) throw ObjectNotFoundError();
+    return WrapItem(store_, std::move(item));
+  }
+  int32_t AddressListCount() override {
+    store_.Enter("NameSpace.AddressListCount");
+    return store_.address_list_count;
+  }
+
+ private:
+  SimStore& store_;
+};
+
+}  // namespace
+
+std::shared_ptr<outlook::Explorers> SimApplication::Explorers() {
+  store_.Enter("Application.Explorers");
+  return WrapExplorers(store_);
+}
+
+std::shared_ptr<outlook::Explorer> SimApplication::ActiveExplorer() {
+  store_.Enter("Application.ActiveExplorer");
+  return WrapExplorer(store_, store_.ActiveExplorer());
+}
+
+std::shared_ptr<outlook::Inspector> SimApplication::ActiveInspector() {
+  store_.Enter("Application.ActiveInspector");
+  return WrapInspector(store_, store_.ActiveInspector());
+}
+
+std::shared_ptr<outlook::NameSpace> SimApplication::GetNamespace(const std::wstring& type) {
+  store_.Enter("Application.GetNamespace");
+  if (!EqualsIgnoreCase(type, L"MAPI")) throw InvalidArgumentError();
+  return std::make_shared<SimNameSpace>(store_);
+}
+
+std::shared_ptr<outlook::Item> SimApplication::CreateItem(int32_t kind) {
+  store_.Enter("Application.CreateItem");
+  if (kind != outlook::olMailItem) throw InvalidArgumentError();
+  SimItemData draft = MakeMail(L"", store_.now);
+  draft.unread = false;
+  return WrapItem(store_, store_.Add(outlook::olFolderDrafts, std::move(draft)));
+}
+
+EventConnection SimApplication::OnNewMail(std::function<void()> handler) {
+  store_.Enter("Application.OnNewMail");
+  return store_.new_mail().Connect(std::move(handler));
+}
+
+EventConnection SimApplication::OnStartup(std::function<void()> handler) {
+  store_.Enter("Application.OnStartup");
+  return store_.startup().Connect(std::move(handler));
+}
+
+}  // namespace corvina::sim

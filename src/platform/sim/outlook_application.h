@@ -1,0 +1,33 @@
+#pragma once
+// The sim Outlook's Application object: the add-in's entry to the object model over a SimStore.
+// Several SimApplication objects may serve one store in turn (the add-in restarting inside a
+// running Outlook). Every member is one counted call (Faults, Service::kOutlook).
+#include <memory>
+#include <string>
+
+#include "platform/outlook.h"
+#include "platform/sim/outlook_store.h"
+
+namespace corvina::sim {
+
+class SimApplication final : public outlook::Application {
+ public:
+  explicit SimApplication(SimStore& store) : store_(store) {}
+
+  SimStore& store() { return store_; }
+
+  std::shared_ptr<outlook::Explorers> Explorers() override;
+  std::shared_ptr<outlook::Explorer> ActiveExplorer() override;
+  std::shared_ptr<outlook::Inspector> ActiveInspector() override;
+  // Only "MAPI" (any case) is a namespace; anything else fails as in Outlook.
+  std::shared_ptr<outlook::NameSpace> GetNamespace(const std::wstring& type) override;
+  // Only mail items (olMailItem); the new item is stored in Drafts with the store's `now`.
+  std::shared_ptr<outlook::Item> CreateItem(int32_t kind) override;
+  EventConnection OnNewMail(std::function<void()> handler) override;
+  EventConnection OnStartup(std::function<void()> handler) override;
+
+ private:
+  SimStore& store_;
+};
+
+}  // namespace corvina::sim

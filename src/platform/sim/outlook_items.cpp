@@ -1,0 +1,145 @@
+// A folder and its Items collection with Outlook's views over it.
+//
+// A folder's own collection reads the folder's live list, so Count and Item cost nothing however
+// large the folder. Sort and Restrict give a collection a list of its own (a snapshot of item
+// pointers): items arriving later do not appear in it, and an item deleted meanwhile stays
+// visible in it (its data lives on through the pointer).
+#include <optional>
+
+#include "platform/sim/outlook_errors.h"
+#include "platform/sim/outlook_filter.h"
+#include "platform/sim/outlook_objects.h"
+#include "platform/sim/outlook_sort.h"
+
+namespace corvina::sim {
+
+namespace {
+
+class SimItems final : public outlook::Items {
+ public:
+  SimItems(SimStore& store, std::shared_ptr<SimFolderData> folder,
+           std::optional<std::vector<SimItemPtr>> own = std::nullopt)
+      : store_(store), folder_(std::move(folder)), own_(std::move(own)) {}
+
+  int32_t Count() override {
+    store_.Enter("Items.Count");
+    return static_cast<int32_t>(list().size());
+  }
+
+  std::shared_ptr<outlook::Item> Item(int32_t index) override {
+    store_.Enter("Items.Item");
+    if (index < 1 || static_cast<size_t>(index) > list().size()) throw BadIndexError();
+    return WrapItem(store_, list()[static_cast<size_t>(index - 1)]);
+  }
+
+  void Sort(const std::wstring& property, bool descending) override {
+    store_.Enter("Items.Sort");
+    std::vector<SimItemPtr> sorted = list();
+    SortItems(sorted, property, descending);
+    own_ = std::move(sorted);
+    cursor_ = 0;
+    find_.reset();
+  }
+
+  std::shared_ptr<outlook::Items> Restrict(const std::wstring& filter) override {
+    store_.Enter("Items.Restrict");
+    const SimFilter f(filter);
+    std::vector<SimItemPtr> matches;
+    for (const auto& item : list()) {
+      if (f.Matches(*item)) matches.push_back(item);
+    }
+    return std::make_shared<SimItems>(store_, folder_, std::move(matches));
+  }
+
+  std::shared_ptr<outlook::Item> Find(const std::wstring& filter) override {
+    store_.Enter("Items.Find");
+    find_.emplace(filter);
+    find_next_ = 0;
+    return NextMatch();
+  }
+
+  // Without a Find before it there is nothing to continue: Nothing.
+  std::shared_ptr<outlook::Item> FindNext() override {
+    store_.Enter("Items.FindNext");
+    return NextMatch();
+  }
+
+  std::shared_ptr<outlook::Item> GetFirst() override {
+    store_.Enter("Items.GetFirst");
+    cursor_ = 0;
+    return TakeAtCursor();
+  }
+
+  std::shared_ptr<outlook::Item> GetNext() override {
+    store_.Enter("Items.GetNext");
+    return TakeAtCursor();
+  }
+
+  std::shared_ptr<outlook::Item> GetLast() override {
+    store_.Enter("Items.GetLast");
+    const auto& items = list();
+    cursor_ = items.size();
+    return items.empty() ? nullptr : WrapItem(store_, items.back());
+  }
+
+ private:
+  const std::vector<SimItemPtr>& list() const { return own_ ? *own_ : folder_->items; }
+
+  std::shared_ptr<outlook::Item> TakeAtCursor() {
+    const auto& items = list();
+    if (cursor_ >= items.size()) return nullptr;
+    return WrapItem(store_, items[cursor_++]);
+  }
+
+  std::shared_ptr<outlook::Item> NextMatch() {
+    if (!find_) return nullptr;
+    const auto& items = list();
+    while (find_next_ < items.size()) {
+      const SimItemPtr& item = items[find_next_++];
+      if (find_->Matches(*item)) return WrapItem(store_, item);
+    }
+    return nullptr;
+  }
+
+  SimStore& store_;
+  std::shared_ptr<SimFolderData> folder_;
+  std::optional<std::vector<SimItemPtr>> own_;
+  size_t cursor_ = 0;  // index of what GetNext returns
+  std::optional<SimFilter> find_;
+  size_t find_next_ = 0;  // index where FindNext resumes
+};
+
+class SimFolder final : public outlook::Folder {
+ public:
+  SimFolder(SimStore& store, std::shared_ptr<SimFolderData> folder)
+      : store_(store), folder_(std::move(folder)) {}
+
+  std::wstring Name() override {
+    store_.Enter("Folder.Name");
+    return folder_->name;
+  }
+  std::shared_ptr<outlook::Items> Items() override {
+    store_.Enter("Folder.Items");
+    return WrapFolderItems(store_, folder_);
+  }
+
+ private:
+  SimStore& store_;
+  std::shared_ptr<SimFolderData> folder_;
+};
+
+}  // namespace
+
+std::shared_ptr<outlook::Items> WrapFolderItems(SimStore& store,
+                                                std::shared_ptr<SimFolderData> folder) {
+  if (!folder) return nullptr;
+  return std::make_shared<SimItems>(store, std::move(folder));
+}
+
+std::shared_ptr<outlook::Folder> WrapFolder(SimStore& store,
+                                            std::shared_ptr<SimFolderData> folder) {
+  if (!folder) return nullptr;
+  return std::make_shared<SimFolder>(store, std::move(folder));
+}
+
+}  // namespace corvina::sim

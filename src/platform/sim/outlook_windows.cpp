@@ -1,0 +1,119 @@
+// Outlook's windows: the Explorers collection, one Explorer (main window) with its Selection
+// and command bars, and an Inspector (mail window).
+#include "platform/sim/outlook_errors.h"
+#include "platform/sim/outlook_objects.h"
+
+namespace corvina::sim {
+
+namespace {
+
+class SimSelection final : public outlook::Selection {
+ public:
+  SimSelection(SimStore& store, std::shared_ptr<SimExplorerData> explorer)
+      : store_(store), explorer_(std::move(explorer)) {}
+
+  int32_t Count() override {
+    store_.Enter("Selection.Count");
+    return static_cast<int32_t>(explorer_->selection.size());
+  }
+  std::shared_ptr<outlook::Item> Item(int32_t index) override {
+    store_.Enter("Selection.Item");
+    const auto& items = explorer_->selection;
+    if (index < 1 || static_cast<size_t>(index) > items.size()) throw BadIndexError();
+    return WrapItem(store_, items[static_cast<size_t>(index - 1)]);
+  }
+
+ private:
+  SimStore& store_;
+  std::shared_ptr<SimExplorerData> explorer_;
+};
+
+class SimExplorer final : public outlook::Explorer {
+ public:
+  SimExplorer(SimStore& store, std::shared_ptr<SimExplorerData> explorer)
+      : store_(store), explorer_(std::move(explorer)) {}
+
+  std::shared_ptr<outlook::Selection> Selection() override {
+    store_.Enter("Explorer.Selection");
+    return std::make_shared<SimSelection>(store_, explorer_);
+  }
+  std::shared_ptr<outlook::CommandBars> CommandBars() override {
+    store_.Enter("Explorer.CommandBars");
+    return WrapCommandBars(store_, explorer_->command_bars);
+  }
+  void Activate() override {
+    store_.Enter("Explorer.Activate");
+    ++explorer_->activated;
+    store_.ActivateExplorer(explorer_);
+  }
+  EventConnection OnClose(std::function<void()> handler) override {
+    store_.Enter("Explorer.OnClose");
+    return explorer_->close.Connect(std::move(handler));
+  }
+  EventConnection OnDeactivate(std::function<void()> handler) override {
+    store_.Enter("Explorer.OnDeactivate");
+    return explorer_->deactivate.Connect(std::move(handler));
+  }
+
+ private:
+  SimStore& store_;
+  std::shared_ptr<SimExplorerData> explorer_;
+};
+
+class SimExplorers final : public outlook::Explorers {
+ public:
+  explicit SimExplorers(SimStore& store) : store_(store) {}
+
+  int32_t Count() override {
+    store_.Enter("Explorers.Count");
+    return static_cast<int32_t>(store_.explorers().size());
+  }
+  std::shared_ptr<outlook::Explorer> Item(int32_t index) override {
+    store_.Enter("Explorers.Item");
+    const auto& all = store_.explorers();
+    if (index < 1 || static_cast<size_t>(index) > all.size()) throw BadIndexError();
+    return WrapExplorer(store_, all[static_cast<size_t>(index - 1)]);
+  }
+
+ private:
+  SimStore& store_;
+};
+
+class SimInspector final : public outlook::Inspector {
+ public:
+  SimInspector(SimStore& store, std::shared_ptr<SimInspectorData> inspector)
+      : store_(store), inspector_(std::move(inspector)) {}
+
+  std::shared_ptr<outlook::Item> CurrentItem() override {
+    store_.Enter("Inspector.CurrentItem");
+    return WrapItem(store_, inspector_->item);
+  }
+  std::shared_ptr<outlook::CommandBars> CommandBars() override {
+    store_.Enter("Inspector.CommandBars");
+    return WrapCommandBars(store_, inspector_->command_bars);
+  }
+
+ private:
+  SimStore& store_;
+  std::shared_ptr<SimInspectorData> inspector_;
+};
+
+}  // namespace
+
+std::shared_ptr<outlook::Explorer> WrapExplorer(SimStore& store,
+                                                std::shared_ptr<SimExplorerData> explorer) {
+  if (!explorer) return nullptr;
+  return std::make_shared<SimExplorer>(store, std::move(explorer));
+}
+
+std::shared_ptr<outlook::Explorers> WrapExplorers(SimStore& store) {
+  return std::make_shared<SimExplorers>(store);
+}
+
+std::shared_ptr<outlook::Inspector> WrapInspector(SimStore& store,
+                                                  std::shared_ptr<SimInspectorData> inspector) {
+  if (!inspector) return nullptr;
+  return std::make_shared<SimInspector>(store, std::move(inspector));
+}
+
+}  // namespace corvina::sim

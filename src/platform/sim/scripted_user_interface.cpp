@@ -1,0 +1,159 @@
+#include "platform/sim/scripted_user_interface.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+
+namespace corvina::sim {
+
+namespace {
+
+// The results a MsgBox of this style can return, its default first.
+std::vector<int32_t> MsgBoxResults(int32_t style) {
+  switch (style & 7) {
+    case vbOKCancel:
+      return {vbOK, vbCancel};
+    case 2:
+      return {3, 4, 5};  // Abort, Retry, Ignore
+    case vbYesNoCancel:
+      return {vbYes, vbNo, vbCancel};
+    case vbYesNo:
+      return {vbYes, vbNo};
+    case 5:
+      return {4, vbCancel};  // Retry, Cancel
+  }
+  return {vbOK};
+}
+
+bool Visible(const MsgBoxView& v, MsgBoxButton b) {
+  switch (b) {
+    case MsgBoxButton::kYes:
+      return v.yes_visible;
+    case MsgBoxButton::kNo:
+      return v.no_visible;
+    case MsgBoxButton::kOk:
+      return v.ok_visible;
+    case MsgBoxButton::kCancel:
+      return v.cancel_visible;
+  }
+  return false;
+}
+
+MsgBoxButton DefaultButton(const MsgBoxView& v) {
+  for (MsgBoxButton b : {MsgBoxButton::kYes, MsgBoxButton::kOk, MsgBoxButton::kNo})
+    if (Visible(v, b)) return b;
+  return MsgBoxButton::kCancel;
+}
+
+UiEvent MakeEvent(UiEventKind kind, const std::wstring& text) {
+  UiEvent e;
+  e.kind = kind;
+  e.text = text;
+  return e;
+}
+
+// Form names, like every name of the classic runtime, ignore case.
+auto SameForm(const std::wstring& name) {
+  return [&name](const std::wstring& loaded) { return EqualsIgnoreCase(loaded, name); };
+}
+
+}  // namespace
+
+ScriptedUserInterface::ScriptedUserInterface(Faults& faults) : faults_(faults) {}
+
+void ScriptedUserInterface::QueueMsgBoxAnswer(int32_t vb_result) {
+  msgbox_answers_.push_back(vb_result);
+}
+
+void ScriptedUserInterface::QueueShowMsgBoxAnswer(MsgBoxAnswer answer) {
+  showmsgbox_answers_.push_back(answer);
+}
+
+void ScriptedUserInterface::Record(UiEvent event) {
+  events_.push_back(std::move(event));
+  if (echo_) echo_(Describe(events_.back()));
+}
+
+int32_t ScriptedUserInterface::MsgBox(const std::wstring& prompt, int32_t style,
+                                      const std::wstring& title) {
+  faults_.Enter(Service::kUserInterface, "MsgBox");
+  UiEvent e = MakeEvent(UiEventKind::kMsgBox, prompt);
+  e.style = style;
+  e.title = title;
+  std::vector<int32_t> results = MsgBoxResults(style);
+  if (msgbox_answers_.empty()) {
+    e.result = results.front();
+    e.defaulted = true;
+  } else {
+    e.result = msgbox_answers_.front();
+    msgbox_answers_.pop_front();
+    if (std::find(results.begin(), results.end(), e.result) == results.end()) {
+      script_errors_.push_back(L"MsgBox " + Describe(e) + L": the box has no such button");
+      e.result = vbCancel;
+      e.rejected_answer = true;
+    }
+  }
+  int32_t result = e.result;
+  Record(std::move(e));
+  return result;
+}
+
+MsgBoxAnswer ScriptedUserInterface::ShowMsgBox(const MsgBoxView& view) {
+  faults_.Enter(Service::kUserInterface, "ShowMsgBox");
+  UiEvent e = MakeEvent(UiEventKind::kShowMsgBox, view.text);
+  e.view = view;
+  if (showmsgbox_answers_.empty()) {
+    e.answer = MsgBoxAnswer{DefaultButton(view), false};
+    e.defaulted = true;
+  } else {
+    e.answer = showmsgbox_answers_.front();
+    showmsgbox_answers_.pop_front();
+    bool closing = e.answer.button == MsgBoxButton::kCancel;  // the window can always close
+    if ((!closing && !Visible(view, e.answer.button)) ||
+        (e.answer.dont_show_checked && !view.dont_show_visible)) {
+      script_errors_.push_back(L"ShowMsgBox " + Describe(e) + L": the box cannot answer that");
+      e.answer = MsgBoxAnswer{MsgBoxButton::kCancel, false};
+      e.rejected_answer = true;
+    }
+  }
+  MsgBoxAnswer answer = e.answer;
+  Record(std::move(e));
+  return answer;
+}
+
+void ScriptedUserInterface::LoadForm(const std::wstring& name) {
+  faults_.Enter(Service::kUserInterface, "LoadForm");
+  if (std::none_of(loaded_forms_.begin(), loaded_forms_.end(), SameForm(name)))
+    loaded_forms_.push_back(name);
+  Record(MakeEvent(UiEventKind::kLoadForm, name));
+}
+
+void ScriptedUserInterface::UnloadForm(const std::wstring& name) {
+  faults_.Enter(Service::kUserInterface, "UnloadForm");
+  std::erase_if(loaded_forms_, SameForm(name));
+  Record(MakeEvent(UiEventKind::kUnloadForm, name));
+}
+
+std::vector<std::wstring> ScriptedUserInterface::LoadedForms() {
+  faults_.Enter(Service::kUserInterface, "LoadedForms");
+  return loaded_forms_;
+}
+
+void ScriptedUserInterface::SetProgressText(const std::wstring& text) {
+  faults_.Enter(Service::kUserInterface, "SetProgressText");
+  Record(MakeEvent(UiEventKind::kProgressText, text));
+}
+
+void ScriptedUserInterface::DoEvents() {
+  faults_.Enter(Service::kUserInterface, "DoEvents");
+  ++do_events_;
+}
+
+std::vector<std::wstring> ScriptedUserInterface::Transcript() const {
+  std::vector<std::wstring> lines;
+  lines.reserve(events_.size());
+  for (const UiEvent& e : events_) lines.push_back(Describe(e));
+  return lines;
+}
+
+}  // namespace corvina::sim

@@ -1,0 +1,65 @@
+#pragma once
+// A UserInterface that answers from a script and records everything it was shown, so a test
+// can assert the exact text of each box and the simulator can print a transcript.
+//
+// Answers: each MsgBox takes the next queued vb result, each ShowMsgBox the next queued
+// MsgBoxAnswer. With an empty queue a box answers its default and the event says so: MsgBox
+// its first button (OK, Yes for the yes/no styles, Abort, Retry), ShowMsgBox the first
+// visible of Yes, OK, No, Cancel (Cancel when none is visible: closing the window). A queued
+// answer the box cannot give (a button it does not show, a ticked "don't show" box that is
+// hidden) is a mistake in the test: the box answers Cancel (and leaves the box unticked), and
+// the mistake is kept in script_errors() for the fixture to assert empty.
+//
+// Every UserInterface member counts itself through Faults first; a failed call takes no
+// answer and records nothing.
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/sim/faults.h"
+#include "platform/sim/ui_event.h"
+#include "platform/user_interface.h"
+
+namespace corvina::sim {
+
+class ScriptedUserInterface : public UserInterface {
+ public:
+  explicit ScriptedUserInterface(Faults& faults);
+
+  void QueueMsgBoxAnswer(int32_t vb_result);
+  void QueueShowMsgBoxAnswer(MsgBoxAnswer answer);
+  size_t PendingMsgBoxAnswers() const { return msgbox_answers_.size(); }
+  size_t PendingShowMsgBoxAnswers() const { return showmsgbox_answers_.size(); }
+
+  int32_t MsgBox(const std::wstring& prompt, int32_t style, const std::wstring& title) override;
+  MsgBoxAnswer ShowMsgBox(const MsgBoxView& view) override;
+  void LoadForm(const std::wstring& name) override;
+  void UnloadForm(const std::wstring& name) override;
+  std::vector<std::wstring> LoadedForms() override;
+  void SetProgressText(const std::wstring& text) override;
+  void DoEvents() override;
+
+  // What was shown, in order (DoEvents is only counted: it would drown the transcript).
+  const std::vector<UiEvent>& events() const { return events_; }
+  std::vector<std::wstring> Transcript() const;
+  uint64_t do_events_count() const { return do_events_; }
+  const std::vector<std::wstring>& script_errors() const { return script_errors_; }
+  // Receives each transcript line as it happens (the simulator prints them).
+  void set_echo(std::function<void(const std::wstring&)> echo) { echo_ = std::move(echo); }
+
+ private:
+  void Record(UiEvent event);
+
+  Faults& faults_;
+  std::deque<int32_t> msgbox_answers_;
+  std::deque<MsgBoxAnswer> showmsgbox_answers_;
+  std::vector<UiEvent> events_;
+  std::vector<std::wstring> loaded_forms_;
+  std::vector<std::wstring> script_errors_;
+  uint64_t do_events_ = 0;
+  std::function<void(const std::wstring&)> echo_;
+};
+
+}  // namespace corvina::sim
