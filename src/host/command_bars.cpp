@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "host/control_table.h"
 #include "host/language_strings.h"
+#include "settings/guard.h"
 
 namespace corvina {
 namespace {
@@ -17,8 +18,11 @@ void UpdateAddressBookFlag(AddIn& addin, outlook::Application& application) {
   bool available = false;
   try {
     available = application.GetNamespace(L"MAPI")->AddressListCount() > 0;
-  } catch (const Error&) {
-    available = false;  // no address book to offer: the distribution-list menu stays off
+  } catch (...) {
+    // No address book to offer: the distribution-list menu stays off. Logged, since a
+    // failing Outlook call here is worth knowing about.
+    addin.log.LogError(addin.ErrorContext(), L"CreateAddInCommandBar", CurrentError());
+    available = false;
   }
   if (!available) {
     addin.config.IsdAddressBookAvailable = L"0";

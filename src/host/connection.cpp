@@ -20,7 +20,7 @@ constexpr wchar_t kConfiguration[] = L"Configuration";
 bool DesVireo::IsOutlookLoadedIndirect() noexcept {
   // Errors are ignored: an Outlook that cannot even count its windows has none for us.
   bool indirect = true;
-  IgnoreErrors([&] {
+  addin_.Ignore([&] {
     if (addin_.oApplication) indirect = addin_.oApplication->Explorers()->Count() == 0;
   });
   return indirect;
@@ -70,7 +70,7 @@ void DesVireo::ChangeButtonState(const std::wstring& tag, bool visible) {
 void DesVireo::Initilize_app() {
   Guard(addin_.log, Context(), L"Initilize_app", [&] {
     // The log holds the current run only; a log that cannot be deleted is simply appended to.
-    IgnoreErrors([&] {
+    addin_.Ignore([&] {
       if (addin_.services.files.FileExists(addin_.LogPath()))
         addin_.services.files.DeleteFile(addin_.LogPath());
     });

@@ -14,12 +14,12 @@ DesVireo::~DesVireo() {
 
 void DesVireo::AddinInstance_Initialize() noexcept {
   // Errors are ignored here: a missing Outlook object is simply looked for again later.
-  IgnoreErrors([&] {
+  addin_.Ignore([&] {
     std::shared_ptr<outlook::Application> app;
     if (addin_.services.create_application) app = addin_.services.create_application();
     addin_.oApplication = app;
   });
-  IgnoreErrors([&] { addin_.ShowProgress(L"Connecting To Outlook ..."); });
+  addin_.Ignore([&] { addin_.ShowProgress(L"Connecting To Outlook ..."); });
 }
 
 void DesVireo::IDTExtensibility2_OnBeginShutdown() noexcept {

@@ -33,16 +33,4 @@ void Guard(Log& log, const std::wstring& context, const wchar_t* procedure, F&& 
   }
 }
 
-// Runs `body` with errors ignored (the "On Error Resume Next" steps): the error is cleared
-// without a log line. Returns false when the body failed.
-template <class F>
-bool IgnoreErrors(F&& body) noexcept {
-  try {
-    body();
-    return true;
-  } catch (...) {
-    return false;
-  }
-}
-
 }  // namespace corvina

@@ -1,6 +1,7 @@
 #include "settings/log.h"
 
 #include "base/text.h"
+#include "settings/guard.h"
 
 namespace corvina {
 
@@ -22,6 +23,7 @@ void Log::LogEvent(const std::wstring& message, int32_t entry_type) noexcept {
     try {
       stamp = FormatGeneralDate(clock_.Now());
     } catch (...) {
+      NoteOwnFailure();
       stamp = L"(time unknown)";  // the entry matters more than its time
     }
     const wchar_t* type = entry_type == kLogError ? L"Error" : L"Information";
@@ -49,6 +51,14 @@ void Log::WritePending() noexcept {
     pending_.clear();
   } catch (...) {
     // Kept for the next entry: errors inside the log are never reported anywhere else.
+    NoteOwnFailure();
+  }
+}
+
+void Log::NoteOwnFailure() noexcept {
+  try {
+    own_failures_.push_back(CurrentError());
+  } catch (...) {
   }
 }
 

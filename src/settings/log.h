@@ -37,17 +37,23 @@ class Log {
   // Writes entries still held in memory to `fallback_path` when the log was never started.
   void Flush(const std::wstring& fallback_path) noexcept;
 
+  // Failures inside the log itself (a clock or a write that failed); never reported
+  // anywhere else, kept for diagnostics and tests.
+  const std::vector<Error>& own_failures() const { return own_failures_; }
+
   static std::wstring ErrorLine(const std::wstring& context, const std::wstring& procedure,
                                 const Error& error);
 
  private:
   void WritePending() noexcept;
+  void NoteOwnFailure() noexcept;
 
   FileSystem& files_;
   Clock& clock_;
   std::wstring path_;
   bool started_ = false;
   std::vector<std::string> pending_;
+  std::vector<Error> own_failures_;
 };
 
 }  // namespace corvina

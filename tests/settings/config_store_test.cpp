@@ -1,0 +1,206 @@
+#include "settings/config_store.h"
+
+#include <gtest/gtest.h>
+
+#include "base/text.h"
+#include "support/sim_world.h"
+
+namespace corvina {
+namespace {
+
+using testing::kAddinFolder;
+using testing::SimWorld;
+
+class ConfigStoreTest : public ::testing::Test {
+ protected:
+  ConfigStore MakeStore(std::wstring context = L"Nothing") {
+    return ConfigStore{world.settings, world.files, world.clock, log, kAddinFolder, context};
+  }
+  bool Load() {
+    ConfigStore store = MakeStore();
+    return LoadConfig(config, store);
+  }
+  void Save() {
+    ConfigStore store = MakeStore();
+    SaveConfig(config, store);
+  }
+  std::wstring Folder(const wchar_t* sub) { return std::wstring(kAddinFolder) + sub; }
+
+  SimWorld world;
+  Log log{world.files, world.clock};
+  Config config{kAddinFolder};
+};
+
+TEST_F(ConfigStoreTest, EmptyStoreSavesEveryDefaultUnderItsWrittenKey) {
+  ASSERT_TRUE(Load());
+  Save();
+  struct Expect {
+    const wchar_t* section;
+    const wchar_t* key;
+    std::wstring value;
+  };
+  const Expect expected[] = {
+      {L"Configuration", L"glbThumbColor", L"16777215"},
+      {L"Configuration", L"glbThumbWidth", L"92"},
+      {L"Configuration", L"glbThumbZoomFit", L"1"},
+      {L"Configuration", L"glbFoldersMax", L"2"},
+      {L"Configuration", L"glbFolder0", Folder(L"\\My Favorites")},
+      {L"Configuration", L"glbFolder1", Folder(L"\\My Stuff")},
+      {L"Configuration", L"glbFolder2", Folder(L"\\My Junk")},
+      {L"Configuration", L"ExtName ", L""},
+      {L"Configuration", L"AutoReplace", L"1"},
+      {L"Configuration", L"SmartSenderSubject", L"You've got Mail"},
+      {L"Configuration", L"DefaultFolder", L"1"},
+      {L"Configuration", L"TempFolder", Folder(L"\\Temp")},
+      {L"Configuration", L"Interfacelanguage", L"English"},
+      {L"Configuration", L"BackGroundColorAll", L"16744576"},
+      {L"Configuration", L"IncludeHtmlEmbeded", L"1"},
+      {L"Configuration", L"HomePageLink", kHomePage},
+      {L"Configuration", L"UrlVireoVersion", std::wstring(kHomePage) + L"\\Vireo.asp"},
+      {L"Configuration", L"UrlVireoDll", std::wstring(kHomePage) + L"\\Vireo.txt"},
+      {L"Configuration", L"AppPath", kAddinFolder},
+      {L"Configuration", L"Statistic14", L"0"},
+      {L"Configuration", L"DontShowAgainForVersion", L"28"},
+      {L"Configuration", L"DangerousExtentions", L"vbs;bat;com;eml;nws;hta;sys;inf"},
+      {L"Configuration", L"LastMailMonitorTime", L"202611220930"},
+      {L"Thumbnail", L"ZoomHeight", L"2500"},
+      {L"Thumbnail", L"ThumbListView", L"0"},
+      {L"Thumbnail", L"ColorExistingFiles", L"1"},
+      {L"Thumbnail", L"ZoomOnTop", L"True"},
+      {L"Thumbnail", L"ThumbnailSorted", L"False"},
+      {L"Thumbnail", L"ThumbnailSortIndex", L"0"},
+      {L"Picker", L"PickerHeight", L"7035"},
+      {L"Uploader", L"UploaderPwd", L""},
+      {L"Chat", L"ChatImags ", L"0"},
+      {L"Chat", L"ChatLong", L"0"},
+      {L"Chat", L"ChatDeleteMsg", L"1"},
+      {L"Chat", L"ChatRTL", L"0"},
+  };
+  for (const Expect& e : expected)
+    EXPECT_EQ(world.Setting(e.section, e.key), e.value) << ToUtf8(e.key);
+
+  // Keys the general save leaves alone, and spellings it never writes.
+  const std::pair<const wchar_t*, const wchar_t*> absent[] = {
+      {L"Configuration", L"VersionMajor"}, {L"Configuration", L"IsFirstTime"},
+      {L"Configuration", L"TempFolder "},  {L"Configuration", L"Statistic6"},
+      {L"Chat", L"ChatImags"},             {L"Chat", L"ChatUserEmail"},
+      {L"Chat", L"ChatUserColorChatUser"}, {L"Configuration", L"glbFolder3"}};
+  for (const auto& [section, key] : absent)
+    EXPECT_FALSE(world.HasSetting(section, key)) << ToUtf8(key);
+
+  for (const wchar_t* sub : {L"\\My Favorites", L"\\My Stuff", L"\\My Junk", L"\\Temp"})
+    EXPECT_TRUE(world.files.DirectoryExists(Folder(sub))) << ToUtf8(sub);
+  EXPECT_EQ(config.PictureTypes, L",gif,jpg,jpe,jpeg,bmp,zip,doc,ppt,msg,avi,mpe,mpeg,rm,");
+  EXPECT_EQ(config.ImageTypes, L",gif,jpg,jpe,jpeg,bmp,ico,");
+}
+
+TEST_F(ConfigStoreTest, ReadAndWriteSpellingsDifferForTempFolderAndChatPictures) {
+  world.Store(L"Configuration", L"TempFolder", L"D:\\Chosen");  // what a save wrote
+  world.Store(L"Chat", L"ChatImags ", L"1");
+  ASSERT_TRUE(Load());
+  EXPECT_EQ(config.TempFolder, Folder(L"\\Temp"));
+  EXPECT_EQ(config.ChatImags, L"0");
+
+  world.Store(L"Configuration", L"TempFolder ", L"D:\\Old");  // the spelling that is read
+  world.Store(L"Chat", L"ChatImags", L"1");
+  world.Store(L"Configuration", L"DefaultFolder", L"   ");
+  Config again(kAddinFolder);
+  ConfigStore store = MakeStore();
+  ASSERT_TRUE(LoadConfig(again, store));
+  EXPECT_EQ(again.TempFolder, L"D:\\Old");
+  EXPECT_EQ(again.ChatImags, L"1");
+  EXPECT_EQ(again.DefaultFolder, L"1");
+}
+
+TEST_F(ConfigStoreTest, NonNumericNumberStopsLoadingAtThatKey) {
+  world.Store(L"Configuration", L"glbThumbColor", L"255");
+  world.Store(L"Configuration", L"glbThumbWidth", L"wide");
+  world.Store(L"Configuration", L"AutoReplace", L"0");
+  EXPECT_FALSE(Load());
+  EXPECT_EQ(config.glbThumbColor, 255);      // read before the bad key
+  EXPECT_EQ(config.glbThumbWidth, 92);       // the bad key keeps its default
+  EXPECT_EQ(config.AutoReplace, L"1");       // never reached
+  EXPECT_EQ(config.glbFoldersMax, -1);
+  std::vector<std::wstring> errors;
+  for (const auto& line : world.LogLines())
+    if (ContainsText(line, L"Error Source=")) errors.push_back(line);
+  ASSERT_EQ(errors.size(), 1u);
+  EXPECT_TRUE(ContainsText(errors[0],
+                           L"Error Source=NothingLoadConfig\\Vireo; Error Description=Type mismatch"))
+      << ToUtf8(errors[0]);
+}
+
+TEST_F(ConfigStoreTest, FolderListFirstRunHonoursOldOneBasedKeysAndSavesFromZero) {
+  world.Store(L"Configuration", L"glbFolder1", L"C:\\Work");
+  world.Store(L"Configuration", L"glbFolder3", L"C:\\Deep\\Er\\Folder");
+  ASSERT_TRUE(Load());
+  ASSERT_EQ(config.glbFolder.size(), 3u);
+  EXPECT_EQ(config.glbFolder[0], L"C:\\Work");
+  EXPECT_EQ(config.glbFolder[1], Folder(L"\\My Stuff"));
+  EXPECT_EQ(config.glbFolder[2], L"C:\\Deep\\Er\\Folder");
+  EXPECT_TRUE(world.files.DirectoryExists(L"C:\\Deep\\Er\\Folder"));
+  Save();
+  EXPECT_EQ(world.Setting(L"Configuration", L"glbFolder0"), L"C:\\Work");
+  EXPECT_EQ(world.Setting(L"Configuration", L"glbFolder2"), L"C:\\Deep\\Er\\Folder");
+
+  // A later run reads the list numbered from 0; blank entries stay empty.
+  world.Store(L"Configuration", L"glbFoldersMax", L"4");
+  world.Store(L"Configuration", L"glbFolder1", L"   ");
+  Config again(kAddinFolder);
+  ConfigStore store = MakeStore();
+  ASSERT_TRUE(LoadConfig(again, store));
+  ASSERT_EQ(again.glbFolder.size(), 5u);
+  EXPECT_EQ(again.glbFolder[0], L"C:\\Work");
+  EXPECT_EQ(again.glbFolder[1], L"");
+  EXPECT_EQ(again.glbFolder[3], L"C:\\Deep\\Er\\Folder");
+  EXPECT_EQ(again.glbFolder[4], L"");
+}
+
+TEST_F(ConfigStoreTest, LastMailMonitorTimeOnlyMovesForward) {
+  const std::pair<const wchar_t*, const wchar_t*> cases[] = {
+      {L"", L"202611220930"},
+      {L"202611010000", L"202611220930"},
+      {L"202611220930", L"202611220930"},
+      {L"203001010000", L"203001010000"},  // a stored future time is kept
+  };
+  for (const auto& [stored, expected] : cases) {
+    world.Store(L"Configuration", L"LastMailMonitorTime", stored);
+    Config fresh(kAddinFolder);
+    ConfigStore store = MakeStore();
+    ASSERT_TRUE(LoadConfig(fresh, store));
+    EXPECT_EQ(fresh.LastMailMonitorTime, expected) << ToUtf8(stored);
+  }
+}
+
+TEST_F(ConfigStoreTest, StoreDamageIsLoggedAndDefaultsApply) {
+  world.settings.AddProblem(Error(0, L"Settings", L"settings.ini line 3: no '=' in \"garbage\""));
+  ASSERT_TRUE(Load());
+  EXPECT_EQ(config.AutoReplace, L"1");
+  bool logged = false;
+  for (const auto& line : world.LogLines())
+    logged |= ContainsText(line, L"Error Source=NothingLoadConfig\\Settings; Error Description="
+                                 L"settings.ini line 3");
+  EXPECT_TRUE(logged);
+}
+
+TEST_F(ConfigStoreTest, LoadingThenSavingRoundTripsChangedValues) {
+  ASSERT_TRUE(Load());
+  config.ExtName = L"pdf;.jpg";
+  config.ThumbnailSorted = true;
+  config.ThumbnailSortOrder = -1;
+  config.ChatLong = 40;
+  config.glbLanguage = L"French";
+  Save();
+  Config again(kAddinFolder);
+  ConfigStore store = MakeStore();
+  ASSERT_TRUE(LoadConfig(again, store));
+  EXPECT_EQ(again.ExtName, L"pdf;.jpg");
+  EXPECT_TRUE(again.ThumbnailSorted);
+  EXPECT_EQ(again.ThumbnailSortOrder, -1);
+  EXPECT_EQ(again.ChatLong, 40);
+  EXPECT_EQ(again.glbLanguage, L"English");  // the language is written, never read
+  EXPECT_EQ(world.Setting(L"Configuration", L"Interfacelanguage"), L"French");
+}
+
+}  // namespace
+}  // namespace corvina
