@@ -1,0 +1,31 @@
+#pragma once
+// The script's answers in one queue, whichever kind of box asks next: a plain message box or
+// the add-in's own question box. Everything else goes to the recording user interface.
+#include <deque>
+
+#include "platform/sim/scripted_user_interface.h"
+#include "platform/user_interface.h"
+
+namespace corvina::simulator {
+
+class AnswerQueue : public UserInterface {
+ public:
+  explicit AnswerQueue(sim::ScriptedUserInterface& inner) : inner_(inner) {}
+
+  void Push(MsgBoxAnswer answer) { answers_.push_back(answer); }
+  size_t pending() const { return answers_.size(); }
+
+  int32_t MsgBox(const std::wstring& prompt, int32_t style, const std::wstring& title) override;
+  MsgBoxAnswer ShowMsgBox(const MsgBoxView& view) override;
+  void LoadForm(const std::wstring& name) override { inner_.LoadForm(name); }
+  void UnloadForm(const std::wstring& name) override { inner_.UnloadForm(name); }
+  std::vector<std::wstring> LoadedForms() override { return inner_.LoadedForms(); }
+  void SetProgressText(const std::wstring& text) override { inner_.SetProgressText(text); }
+  void DoEvents() override { inner_.DoEvents(); }
+
+ private:
+  sim::ScriptedUserInterface& inner_;
+  std::deque<MsgBoxAnswer> answers_;
+};
+
+}  // namespace corvina::simulator

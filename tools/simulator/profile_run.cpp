@@ -1,0 +1,323 @@
+#include "simulator/profile_run.h"
+
+#include <algorithm>
+#include <system_error>
+
+#include "base/text.h"
+#include "platform/path.h"
+#include "platform/sim/ui_event.h"
+#include "simulator/eml_reader.h"
+
+namespace corvina::simulator {
+namespace fs = std::filesystem;
+
+namespace {
+
+// A fixed morning, so two runs of the same script print the same transcript.
+Date StartOfRun() { return FromCivil({2026, 11, 22, 9, 0, 0}); }
+
+// Folders are listed in the snapshot with this size.
+constexpr uintmax_t kFolder = static_cast<uintmax_t>(-1);
+
+sim::SimItemData ToItem(const MailFile& mail) {
+  sim::SimItemData item = mail.is_delivery_report ? sim::MakeReport(mail.sent)
+                                                  : sim::MakeMail(mail.subject, mail.sent);
+  item.subject = mail.subject;
+  item.body = mail.body;
+  item.sender_name = mail.sender_name;
+  item.to = mail.to;
+  item.received_time = mail.sent;
+  item.creation_time = mail.sent;
+  item.sent_on = mail.sent;
+  item.size = mail.size;
+  int32_t position = 1;
+  for (const MailAttachment& a : mail.attachments)
+    item.attachments.push_back({a.file_name, a.inline_image ? 0 : position++, a.bytes});
+  return item;
+}
+
+std::wstring WindowsPathOf(const fs::path& drive, const fs::path& host) {
+  std::wstring rel = fs::relative(host, drive).wstring();
+  std::replace(rel.begin(), rel.end(), L'/', L'\\');
+  return L"C:\\" + rel;
+}
+
+}  // namespace
+
+ProfileRun::ProfileRun(ProfilePaths paths, std::ostream& out)
+    : paths_(std::move(paths)),
+      out_(out),
+      files_(faults_),
+      settings_(faults_, paths_.settings),
+      recorded_ui_(faults_),
+      ui_(recorded_ui_),
+      clock_(faults_, StartOfRun()),
+      beeper_(faults_),
+      store_(faults_, files_),
+      application_(std::make_shared<sim::SimApplication>(store_)) {
+  files_.Map(L'C', paths_.drive);
+  fs::create_directories(paths_.drive / "Program Files" / "Corvina");
+  store_.now = StartOfRun();
+  recorded_ui_.set_echo([this](const std::wstring& line) { Say(L"  " + line); });
+  files_before_ = TakeSnapshot();
+}
+
+ProfileRun::~ProfileRun() = default;
+
+void ProfileRun::Say(const std::wstring& line) { out_ << ToUtf8(line) << '\n'; }
+
+bool ProfileRun::LoadMailbox() {
+  std::vector<fs::path> emls;
+  std::error_code ec;
+  for (const auto& entry : fs::directory_iterator(paths_.mailbox, ec))
+    if (entry.is_regular_file() && entry.path().extension() == ".eml") emls.push_back(entry.path());
+  if (ec) {
+    Say(L"cannot read the mailbox folder " + paths_.mailbox.wstring() + L": " + FromUtf8(ec.message()));
+    return false;
+  }
+  std::sort(emls.begin(), emls.end());
+  Say(L"Inbox (" + paths_.mailbox.wstring() + L"):");
+  int position = 0;
+  for (const fs::path& file : emls) {
+    std::string error;
+    auto mail = ReadEml(file.string(), &error);
+    if (!mail) {
+      Say(L"cannot read " + file.wstring() + L": " + FromUtf8(error));
+      return false;
+    }
+    store_.AddToInbox(ToItem(*mail));
+    std::wstring line = L"  " + std::to_wstring(++position) + L". " +
+                        (mail->is_delivery_report ? L"[report] " : L"") + L"\"" + mail->subject +
+                        L"\" from " + mail->sender_name + L", " + FormatGeneralDate(mail->sent);
+    for (const MailAttachment& a : mail->attachments)
+      line += L"\n       " + a.file_name + L" (" + std::to_wstring(a.bytes.size()) + L" bytes" +
+              (a.inline_image ? L", embedded" : L"") + L")";
+    Say(line);
+  }
+  return true;
+}
+
+int ProfileRun::Run(const Script& script) {
+  int failures = 0;
+  for (const Action& action : script.actions) {
+    if (action.verb == Verb::kPrint) {
+      Say(L"");
+      Say(action.text);
+      continue;
+    }
+    std::wstring echo = L"> " + FromUtf8(VerbName(action.verb));
+    for (size_t i = 0; i < action.numbers.size(); ++i)
+      echo += (i == 0 ? L" " : L",") + std::to_wstring(action.numbers[i]);
+    if (!action.text.empty()) echo += L" " + action.text;
+    if (!action.choice.empty()) echo += L" " + action.choice;
+    if (action.verb == Verb::kAnswer) echo += L" " + sim::ButtonName(action.answer.button);
+    Say(echo);
+    if (!Do(action)) {
+      ++failures;
+      Say(L"  ! line " + std::to_wstring(action.line) + L" could not be carried out");
+    }
+    PrintFileChanges();
+  }
+  if (addin_) {
+    Say(L"> stop (end of script)");
+    Stop(ext_dm_HostShutdown);
+    PrintFileChanges();
+  }
+  if (ui_.pending() > 0)
+    Say(L"  (" + std::to_wstring(ui_.pending()) + L" queued answers were never asked for)");
+  PrintLog();
+  return failures;
+}
+
+bool ProfileRun::Do(const Action& action) {
+  switch (action.verb) {
+    case Verb::kStart: return Start(action.numbers.empty() ? 1 : action.numbers[0]);
+    case Verb::kStop: return Stop(ext_dm_HostShutdown);
+    case Verb::kRemove: return Stop(ext_dm_UserClosed);
+    case Verb::kDeliver: return Deliver(action.text);
+    case Verb::kSelect: return Select(action.numbers);
+    case Verb::kOpen: return !action.numbers.empty() && Open(action.numbers[0]);
+    case Verb::kClick: return Click(L"Vireo", action.text, nullptr);
+    case Verb::kClickInspector: return Click(L"VireoInspector", action.text, nullptr);
+    case Verb::kCombo: return Click(L"Vireo", action.text, &action.choice);
+    case Verb::kAnswer: ui_.Push(action.answer); return true;
+    case Verb::kAdvance:
+      clock_.Advance(60.0 * (action.numbers.empty() ? 0 : action.numbers[0]));
+      store_.now = clock_.Now();
+      Say(L"  now " + FormatGeneralDate(store_.now));
+      return true;
+    case Verb::kChooseFolder:
+    case Verb::kBrowseFolder:
+    case Verb::kCancelAfter:
+      Say(L"  (saving attachments is not part of this build; nothing to choose)");
+      return true;
+    case Verb::kPrint: return true;
+  }
+  return false;
+}
+
+bool ProfileRun::Start(int explorers) {
+  if (addin_) {
+    Say(L"  Outlook is already running");
+    return false;
+  }
+  while (static_cast<int>(store_.explorers().size()) > explorers)
+    store_.CloseExplorer(store_.explorers().back());
+  while (static_cast<int>(store_.explorers().size()) < explorers) store_.AddExplorer();
+  Services services{files_, settings_, ui_, clock_, beeper_, kAddinFolder,
+                    [app = application_] { return app; }};
+  addin_ = std::make_unique<DesVireo>(std::move(services));
+  addin_->AddinInstance_Initialize();
+  addin_->IDTExtensibility2_OnConnection(application_, ext_cm_Startup);
+  addin_->IDTExtensibility2_OnStartupComplete();
+  if (addin_->addin().LoadedIndirectly) Say(L"  (no main window: the add-in stays inactive)");
+  PrintToolbar();
+  return true;
+}
+
+bool ProfileRun::Stop(int32_t mode) {
+  if (!addin_) {
+    Say(L"  Outlook is not running");
+    return false;
+  }
+  addin_->IDTExtensibility2_OnBeginShutdown();
+  addin_->IDTExtensibility2_OnDisconnection(mode);
+  addin_->AddinInstance_Terminate();
+  addin_.reset();
+  settings_.Flush();
+  Say(L"  settings saved to " + paths_.settings.wstring());
+  if (mode == ext_dm_UserClosed) Say(std::wstring(L"  toolbar after removal: ") +
+                                     (store_.ActiveExplorer() &&
+                                              store_.ActiveExplorer()->command_bars->Find(L"Vireo")
+                                          ? L"still there"
+                                          : L"gone"));
+  return true;
+}
+
+bool ProfileRun::Deliver(const std::wstring& file) {
+  std::string error;
+  auto mail = ReadEml((paths_.mailbox / fs::path(file)).string(), &error);
+  if (!mail) {
+    Say(L"  cannot read " + file + L": " + FromUtf8(error));
+    return false;
+  }
+  mail->sent = clock_.Now();  // it arrives now
+  Say(L"  new mail \"" + mail->subject + L"\" from " + mail->sender_name + L" with " +
+      std::to_wstring(mail->attachments.size()) + L" attachment(s)");
+  store_.DeliverNewMail(ToItem(*mail));
+  return true;
+}
+
+bool ProfileRun::Select(const std::vector<int32_t>& positions) {
+  auto explorer = store_.ActiveExplorer();
+  if (!explorer) return false;
+  explorer->selection.clear();
+  const auto& inbox = store_.Inbox().items;
+  for (int32_t p : positions) {
+    if (p < 1 || static_cast<size_t>(p) > inbox.size()) {
+      Say(L"  there is no Inbox item " + std::to_wstring(p));
+      return false;
+    }
+    explorer->selection.push_back(inbox[static_cast<size_t>(p - 1)]);
+    Say(L"  selected \"" + inbox[static_cast<size_t>(p - 1)]->subject + L"\"");
+  }
+  return true;
+}
+
+bool ProfileRun::Open(int32_t position) {
+  const auto& inbox = store_.Inbox().items;
+  if (position < 1 || static_cast<size_t>(position) > inbox.size()) return false;
+  store_.OpenInspector(inbox[static_cast<size_t>(position - 1)]);
+  Say(L"  opened \"" + inbox[static_cast<size_t>(position - 1)]->subject + L"\" in a mail window");
+  return true;
+}
+
+bool ProfileRun::Click(const std::wstring& bar_name, const std::wstring& tag,
+                       const std::wstring* combo_text) {
+  std::shared_ptr<sim::SimCommandBarsData> bars;
+  if (bar_name == L"Vireo") {
+    if (auto explorer = store_.ActiveExplorer()) bars = explorer->command_bars;
+  } else if (auto inspector = store_.ActiveInspector()) {
+    bars = inspector->command_bars;
+  }
+  auto bar = bars ? bars->Find(bar_name) : nullptr;
+  auto control = bar ? bar->FindControl(tag) : nullptr;
+  if (!control) {
+    Say(L"  there is no control \"" + tag + L"\" on the \"" + bar_name + L"\" bar");
+    return false;
+  }
+  if (combo_text) {
+    control->Change(*combo_text);
+  } else {
+    control->Click();
+  }
+  return true;
+}
+
+void ProfileRun::PrintToolbar() {
+  auto explorer = store_.ActiveExplorer();
+  auto bar = explorer ? explorer->command_bars->Find(L"Vireo") : nullptr;
+  if (!bar) {
+    Say(L"  toolbar: none");
+    return;
+  }
+  Say(L"  toolbar \"Vireo\"" + std::wstring(bar->visible ? L"" : L" (hidden)") + L":");
+  for (const auto& c : bar->controls) {
+    Say(L"    " + c->tag + L"  face " + std::to_wstring(c->face_id) + L"  \"" + c->caption +
+        L"\"  " + (c->visible ? L"visible" : L"hidden") + L"  tip \"" + c->tooltip_text + L"\"");
+  }
+}
+
+ProfileRun::Snapshot ProfileRun::TakeSnapshot() const {
+  Snapshot snap;
+  std::error_code ec;
+  for (auto it = fs::recursive_directory_iterator(paths_.drive, ec);
+       !ec && it != fs::recursive_directory_iterator(); it.increment(ec)) {
+    if (it->is_regular_file(ec)) {
+      snap[it->path()] = {it->file_size(ec), it->last_write_time(ec)};
+    } else if (it->is_directory(ec)) {
+      snap[it->path()] = {kFolder, {}};
+    }
+  }
+  return snap;
+}
+
+void ProfileRun::PrintFileChanges() {
+  Snapshot now = TakeSnapshot();
+  for (const auto& [file, info] : now) {
+    auto before = files_before_.find(file);
+    if (info.first == kFolder) {
+      if (before == files_before_.end())
+        Say(L"  [folder created] " + WindowsPathOf(paths_.drive, file));
+      continue;
+    }
+    if (before == files_before_.end()) {
+      Say(L"  [file written] " + WindowsPathOf(paths_.drive, file) + L" (" +
+          std::to_wstring(info.first) + L" bytes)");
+    } else if (before->second != info) {
+      Say(L"  [file changed] " + WindowsPathOf(paths_.drive, file) + L" (" +
+          std::to_wstring(info.first) + L" bytes)");
+    }
+  }
+  for (const auto& [file, info] : files_before_)
+    if (!now.count(file))
+      Say((info.first == kFolder ? L"  [folder deleted] " : L"  [file deleted] ") +
+          WindowsPathOf(paths_.drive, file));
+  files_before_ = std::move(now);
+}
+
+void ProfileRun::PrintLog() {
+  const std::wstring log = std::wstring(kAddinFolder) + L"\\Vireo.log";
+  Say(L"");
+  Say(L"Vireo.log:");
+  try {
+    std::wstring text = FromUtf8(files_.ReadFile(log));
+    size_t at = 0;
+    for (size_t pos; (pos = text.find(L"\r\n", at)) != std::wstring::npos; at = pos + 2)
+      Say(L"  " + text.substr(at, pos - at));
+  } catch (const Error& e) {
+    Say(L"  (no log: " + e.description() + L")");
+  }
+}
+
+}  // namespace corvina::simulator

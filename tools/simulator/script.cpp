@@ -1,0 +1,191 @@
+#include "simulator/script.h"
+
+#include <algorithm>
+#include <cctype>
+#include <charconv>
+#include <fstream>
+#include <iterator>
+#include <optional>
+
+#include "base/text.h"
+
+namespace corvina::simulator {
+namespace {
+
+// What follows a verb.
+enum class Args { kNone, kText, kOptionalText, kNumber, kNumbers, kExplorers, kAnswer, kCombo };
+
+struct VerbInfo {
+  std::string_view name;
+  Verb verb;
+  Args args;
+  int32_t min = 0;  // smallest value a number argument may take
+};
+
+constexpr VerbInfo kVerbs[] = {
+    {"start", Verb::kStart, Args::kExplorers},
+    {"deliver", Verb::kDeliver, Args::kText},
+    {"select", Verb::kSelect, Args::kNumbers, 1},
+    {"open", Verb::kOpen, Args::kNumber, 1},
+    {"click", Verb::kClick, Args::kText},
+    {"click-inspector", Verb::kClickInspector, Args::kText},
+    {"answer", Verb::kAnswer, Args::kAnswer},
+    {"choose-folder", Verb::kChooseFolder, Args::kNumber},
+    {"browse-folder", Verb::kBrowseFolder, Args::kText},
+    {"cancel-after", Verb::kCancelAfter, Args::kNumber},
+    {"advance", Verb::kAdvance, Args::kNumber},
+    {"combo", Verb::kCombo, Args::kCombo},
+    {"stop", Verb::kStop, Args::kNone},
+    {"remove", Verb::kRemove, Args::kNone},
+    {"print", Verb::kPrint, Args::kOptionalText},
+};
+
+constexpr std::pair<std::string_view, MsgBoxButton> kButtons[] = {
+    {"yes", MsgBoxButton::kYes}, {"no", MsgBoxButton::kNo},
+    {"ok", MsgBoxButton::kOk}, {"cancel", MsgBoxButton::kCancel}};
+
+bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
+
+std::string_view Strip(std::string_view s) {
+  while (!s.empty() && IsBlank(s.front())) s.remove_prefix(1);
+  while (!s.empty() && IsBlank(s.back())) s.remove_suffix(1);
+  return s;
+}
+
+// Splits off the first blank-separated word; `rest` keeps the stripped remainder.
+std::string_view FirstWord(std::string_view s, std::string_view* rest) {
+  size_t end = 0;
+  while (end < s.size() && !IsBlank(s[end])) ++end;
+  *rest = Strip(s.substr(end));
+  return s.substr(0, end);
+}
+
+std::string Lower(std::string_view s) {
+  std::string out(s);
+  for (char& c : out) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return out;
+}
+
+std::optional<int32_t> Number(std::string_view s) {
+  int32_t value = 0;
+  auto [end, ec] = std::from_chars(s.data(), s.data() + s.size(), value);
+  if (s.empty() || ec != std::errc() || end != s.data() + s.size()) return std::nullopt;
+  return value;
+}
+
+// Fills `action` from the arguments; returns an error message, empty when they are fine.
+std::string ParseArgs(const VerbInfo& info, std::string_view args, Action& action) {
+  auto number = [&](std::string_view word) -> std::string {
+    std::optional<int32_t> n = Number(Strip(word));
+    if (!n || *n < info.min) {
+      return "expects a whole number of at least " + std::to_string(info.min) + ", not '" +
+             std::string(Strip(word)) + "'";
+    }
+    action.numbers.push_back(*n);
+    return {};
+  };
+  std::string_view rest;
+  switch (info.args) {
+    case Args::kNone:
+      return args.empty() ? "" : "takes no arguments";
+    case Args::kText:
+      action.text = FromUtf8(args);
+      return args.empty() ? "needs an argument" : "";
+    case Args::kOptionalText:
+      action.text = FromUtf8(args);
+      return {};
+    case Args::kNumber:
+      return number(args);
+    case Args::kNumbers:
+      for (size_t from = 0;;) {
+        size_t comma = args.find(',', from);
+        if (std::string message = number(args.substr(from, comma - from)); !message.empty()) {
+          return message;
+        }
+        if (comma == std::string_view::npos) return {};
+        from = comma + 1;
+      }
+    case Args::kExplorers:
+      if (args.empty()) {
+        action.numbers.push_back(1);
+        return {};
+      }
+      if (Lower(FirstWord(args, &rest)) != "explorers") return "expects 'explorers N'";
+      return number(rest);
+    case Args::kAnswer: {
+      std::string button = Lower(FirstWord(args, &rest));
+      auto it = std::find_if(std::begin(kButtons), std::end(kButtons),
+                             [&](const auto& b) { return b.first == button; });
+      if (it == std::end(kButtons)) return "expects yes, no, ok or cancel";
+      action.answer.button = it->second;
+      action.answer.dont_show_checked = !rest.empty();
+      return rest.empty() || Lower(rest) == "dont-show" ? "" : "expects 'dont-show' after the button";
+    }
+    case Args::kCombo: {
+      std::string_view tag;
+      if (!args.empty() && args.front() == '"') {
+        size_t close = args.find('"', 1);
+        if (close == std::string_view::npos) return "has an unclosed quote";
+        tag = args.substr(1, close - 1);
+        rest = Strip(args.substr(close + 1));
+      } else {
+        tag = FirstWord(args, &rest);
+      }
+      action.text = FromUtf8(tag);
+      action.choice = FromUtf8(rest);
+      return tag.empty() || rest.empty() ? "needs a tag and a text" : "";
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
+std::string_view VerbName(Verb verb) {
+  for (const VerbInfo& info : kVerbs) {
+    if (info.verb == verb) return info.name;
+  }
+  return "?";
+}
+
+Script ParseScript(std::string_view text, std::string_view source) {
+  Script script;
+  if (text.substr(0, 3) == "\xEF\xBB\xBF") text.remove_prefix(3);  // a UTF-8 byte-order mark
+  int line = 0;
+  for (size_t from = 0; from <= text.size();) {
+    size_t end = std::min(text.find('\n', from), text.size());
+    std::string_view content = Strip(text.substr(from, end - from));
+    from = end + 1;
+    ++line;
+    if (content.empty() || content.front() == '#') continue;
+    std::string_view args;
+    std::string verb = Lower(FirstWord(content, &args));
+    auto fail = [&](const std::string& message) {
+      script.errors.push_back(std::string(source) + ":" + std::to_string(line) + ": " + message);
+    };
+    auto info = std::find_if(std::begin(kVerbs), std::end(kVerbs),
+                             [&](const VerbInfo& v) { return v.name == verb; });
+    if (info == std::end(kVerbs)) {
+      fail("unknown action '" + verb + "'");
+      continue;
+    }
+    Action action;
+    action.verb = info->verb;
+    action.line = line;
+    if (std::string message = ParseArgs(*info, args, action); !message.empty()) {
+      fail(verb + " " + message);
+      continue;
+    }
+    script.actions.push_back(std::move(action));
+  }
+  return script;
+}
+
+Script LoadScript(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  if (!in) return Script{{}, {path + ": cannot open the script"}};
+  std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+  return ParseScript(text, path);
+}
+
+}  // namespace corvina::simulator

@@ -1,0 +1,52 @@
+#pragma once
+// The simulator's script: one action per line, what a person does with Outlook and the add-in
+// in the order it happens. `#` at the start of a line makes a comment; blank lines are
+// ignored; verbs are case-insensitive; the arguments are the rest of the line, so a tag may
+// contain blanks ("click Vireo_Save attachments"). Only `combo` takes two texts: its tag is
+// the first word, or a "quoted" text when the tag has blanks, and the choice is the rest.
+//
+//   start [explorers N]     deliver <file.eml>        select <n>[,<n>...]     open <n>
+//   click <tag>             click-inspector <tag>     answer yes|no|ok|cancel [dont-show]
+//   choose-folder <n>       browse-folder <path>      cancel-after <n>        advance <minutes>
+//   combo <tag> <text>      stop                      remove                  print <text>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/user_interface.h"
+
+namespace corvina::simulator {
+
+enum class Verb {
+  kStart, kDeliver, kSelect, kOpen, kClick, kClickInspector, kAnswer, kChooseFolder,
+  kBrowseFolder, kCancelAfter, kAdvance, kCombo, kStop, kRemove, kPrint
+};
+
+struct Action {
+  Verb verb = Verb::kPrint;
+  // deliver: the file; click, click-inspector, combo: the tag; browse-folder: the path;
+  // print: the line.
+  std::wstring text;
+  std::wstring choice;  // combo: the entry to choose
+  // start: the number of explorers (default 1); select: the 1-based positions; open,
+  // choose-folder, cancel-after, advance: the one value.
+  std::vector<int32_t> numbers;
+  MsgBoxAnswer answer;  // answer: the button and the "don't show again" box
+  int line = 0;         // 1-based line in the script
+};
+
+// The verb as written in scripts ("click-inspector").
+std::string_view VerbName(Verb verb);
+
+struct Script {
+  std::vector<Action> actions;
+  std::vector<std::string> errors;  // "source:line: message", in line order
+  bool ok() const { return errors.empty(); }
+};
+
+// Parses every line and reports every faulty one; `source` names the script in messages.
+Script ParseScript(std::string_view text, std::string_view source);
+Script LoadScript(const std::string& path);
+
+}  // namespace corvina::simulator
