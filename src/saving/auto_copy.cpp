@@ -1,6 +1,9 @@
 #include "saving/auto_copy.h"
 
 #include "base/text.h"
+#include "host/folder_loop.h"
+#include "platform/user_interface.h"
+#include "saving/file_names.h"
 
 namespace corvina {
 namespace {
@@ -14,15 +17,19 @@ std::vector<std::wstring> SplitColumn(const std::wstring& stored) {
   return rows;
 }
 
+const std::wstring& Cell(const std::vector<std::wstring>& column, size_t row) {
+  static const std::wstring kEmpty;
+  return row < column.size() ? column[row] : kEmpty;
+}
+
+// Logs an attachment whose name would lead out of the destination; the route goes on.
+void RefuseName(AddIn& addin, const wchar_t* procedure, const std::wstring& name) {
+  addin.log.LogError(addin.ErrorContext(), procedure,
+                     Error(kErrPathNotFound, kOwnErrorSource,
+                           L"Attachment name refused, it would leave the destination folder: " + name));
+}
+
 }  // namespace
-
-void LoopForAotuCopyFileTypesAtEntry(AddIn& addin) {
-  addin.Run(L"LoopForAotuCopyFileTypesAtEntry", [] {});
-}
-
-void CopyNewMailAttachmentsByType(AddIn& addin, outlook::Item& /*mail*/) {
-  addin.Run(L"CopyNewMailAttachmentsByType", [] {});
-}
 
 void FillExtensionList(AddIn& addin) {
   ExtensionList& list = addin.extension_list;
@@ -30,6 +37,72 @@ void FillExtensionList(AddIn& addin) {
   if (!Trim(addin.config.ExtName).empty()) list.names = SplitColumn(addin.config.ExtName);
   if (!Trim(addin.config.ExtDest).empty()) list.destinations = SplitColumn(addin.config.ExtDest);
   if (!Trim(addin.config.ExtChecked).empty()) list.checked = SplitColumn(addin.config.ExtChecked);
+}
+
+bool FindFileTypeDest(const AddIn& addin, const std::wstring& file_type, std::wstring& destination) {
+  const ExtensionList& list = addin.extension_list;
+  const std::wstring wanted = UCase(file_type);
+  for (size_t row = 1; row < list.names.size(); ++row) {
+    if (UCase(list.names[row]) == wanted && Cell(list.checked, row) == L"1") {
+      destination = Cell(list.destinations, row);
+      return true;
+    }
+  }
+  return false;
+}
+
+void LoopForAotuCopyFileTypesAtEntry(AddIn& addin) {
+  addin.Run(L"LoopForAotuCopyFileTypesAtEntry", [&] {
+    if (!addin.oApplication) return;
+    auto inbox = addin.oApplication->GetNamespace(L"MAPI")->GetDefaultFolder(outlook::olFolderInbox);
+    const LoopParameters loop = GetLoopParametersByFolder(*inbox);
+    if (loop.end == 0) return;
+    auto items = inbox->Items();
+    for (int32_t i = loop.start; loop.step > 0 ? i <= loop.end : i >= loop.end; i += loop.step) {
+      auto item = items->Item(i);
+      if (item->Class() != outlook::olMail) continue;
+      // Older mails were handled in an earlier run; the folder order is trusted.
+      if (IsOlderThanLastMonitor(*item, addin.config)) return;
+      auto attachments = item->Attachments();
+      const int32_t count = attachments->Count();
+      for (int32_t a = 1; a <= count; ++a) {
+        auto attachment = attachments->Item(a);
+        const std::wstring name = attachment->FileName();
+        auto type = FirstDotFileType(name);
+        std::wstring destination;
+        if (!type || !FindFileTypeDest(addin, *type, destination)) continue;
+        if (!IsSafeAttachmentName(name)) {
+          RefuseName(addin, L"LoopForAotuCopyFileTypesAtEntry", name);
+          continue;
+        }
+        attachment->SaveAsFile(destination + L"\\" + name);
+      }
+    }
+  });
+}
+
+void CopyNewMailAttachmentsByType(AddIn& addin, outlook::Item& mail) {
+  auto attachments = mail.Attachments();
+  const int32_t count = attachments->Count();
+  for (int32_t a = 1; a <= count; ++a) {
+    auto attachment = attachments->Item(a);
+    const std::wstring name = attachment->FileName();
+    auto type = FirstDotFileType(name);
+    std::wstring destination;
+    if (!type || !FindFileTypeDest(addin, L"." + *type, destination)) continue;
+    if (!IsSafeAttachmentName(name)) {
+      RefuseName(addin, L"oApplication_NewMail", name);
+      continue;
+    }
+    const std::wstring target = destination + L"\\" + name;
+    if (addin.services.files.FileExists(target) && addin.config.AutoReplace == L"0") {
+      const int32_t answer = addin.services.ui.MsgBox(
+          L"The file " + destination + L"\\" + name + L" Already exsists.\r\nDo you want to replace it ?",
+          vbYesNo | vbQuestion, kProductName);
+      if (answer == vbNo) continue;
+    }
+    attachment->SaveAsFile(target);
+  }
 }
 
 }  // namespace corvina

@@ -108,3 +108,28 @@ TEST(ToolbarTest, ExplorerCloseStopsItsEvents) {
 
 }  // namespace
 }  // namespace corvina
+
+namespace corvina {
+namespace {
+
+TEST(ToolbarTest, MailWindowBarCarriesItsCommandsOnce) {
+  testing::SimWorld world;
+  auto addin = world.StartOutlook();
+  auto mail = world.store.AddToInbox(sim::MakeMail(L"m", FromCivil({2026, 11, 1, 0, 0, 0})));
+  auto window = world.store.OpenInspector(mail);
+  auto inspector = world.application->ActiveInspector();
+  for (int round = 0; round < 2; ++round) {
+    auto bar = CreateAddInCommandBarInspector(addin->addin(), *inspector);
+    ASSERT_TRUE(bar);
+    for (int index : InspectorCreationOrder()) CreateAddInButtonInspector(addin->addin(), *bar, index);
+  }
+  auto data = window->command_bars->Find(kInspectorBarName);
+  ASSERT_TRUE(data);
+  ASSERT_EQ(data->controls.size(), 3u);
+  EXPECT_EQ(data->controls[0]->tag, kTagCoolMail);
+  EXPECT_EQ(data->controls[1]->tag, kTagSave);
+  EXPECT_EQ(data->controls[2]->tag, kTagVoiceMail);
+}
+
+}  // namespace
+}  // namespace corvina
