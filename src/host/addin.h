@@ -42,6 +42,7 @@ class AddIn {
   std::wstring SaveDestination;        // folder chosen for the current save job
   std::wstring DefaultDestination;     // set by the new-mail handler from DefaultFolder
   bool CancelRequested = false;
+  std::wstring LastBrowsedFolder;      // where the folder browser opens next time
   ExtensionList extension_list;
 
   std::wstring LogPath() const { return services.addin_folder + L"\\Vireo.log"; }

@@ -5,6 +5,7 @@
 #include "host/control_table.h"
 #include "host/language_strings.h"
 #include "host/web_and_lists.h"
+#include "saving/save_job.h"
 #include "platform/user_interface.h"
 #include "settings/config_keys.h"
 #include "settings/config_store.h"
@@ -58,7 +59,7 @@ void Click(AddIn& addin, int index) {
     case 0:
       if (HasOpenMail(addin)) NotInThisBuild(addin, L"The stationery picker");
       return;
-    case 1: return NotInThisBuild(addin, L"Saving attachments");
+    case 1: return SaveButtonClick(addin, SaveSource::kExplorer);
     case 2: return NotInThisBuild(addin, L"The properties dialog");
     case 3: return NotInThisBuild(addin, L"The picture preview");
     case 4: return NotInThisBuild(addin, L"The distribution-list menu");

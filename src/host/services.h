@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/beeper.h"
+#include "platform/clipboard.h"
 #include "platform/clock.h"
 #include "platform/file_system.h"
 #include "platform/outlook.h"
@@ -19,6 +20,7 @@ struct Services {
   UserInterface& ui;
   Clock& clock;
   Beeper& beeper;
+  Clipboard& clipboard;
   // The folder of the add-in's own file (App.Path): base of the log, Temp, Chat, ...
   std::wstring addin_folder;
   // Creates or finds an Outlook application object before connection. Only a fallback: the

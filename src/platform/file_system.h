@@ -35,6 +35,8 @@ class FileSystem {
   virtual void WriteFile(const std::wstring& path, std::string_view bytes) = 0;
   virtual void AppendFile(const std::wstring& path, std::string_view bytes) = 0;
   virtual void CopyFile(const std::wstring& from, const std::wstring& to, bool fail_if_exists) = 0;
+  // Renames a file, replacing an existing `to` when asked; both on the same drive.
+  virtual void MoveFile(const std::wstring& from, const std::wstring& to, bool replace_existing) = 0;
   // GetDiskFreeSpace of a root such as "C:\"; nothing when the drive is unknown.
   virtual std::optional<DiskFreeSpace> GetDiskFreeSpace(const std::wstring& root) = 0;
 };

@@ -3,6 +3,7 @@
 // thin); this interface only draws them and returns what the user did. The sim answers from a
 // script and records everything it was shown.
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -48,6 +49,27 @@ struct MsgBoxAnswer {
   bool dont_show_checked = false;
 };
 
+// frmSaving as it is drawn.
+struct SavingFormView {
+  std::wstring caption = L"Corvina - Saving files ...";
+  std::wstring caption_label;  // lblCaption
+  std::wstring total_label;    // lblNumber: how many attachments the job has
+  std::wstring saved_label;    // how many are saved so far
+  int32_t progress_max = 0;    // prgrs_Numbers
+  int32_t progress_value = 0;
+  bool right_to_left = false;
+};
+
+// What frmSaving's buttons do; they are pressed while the job lets window messages run.
+struct SavingFormEvents {
+  std::function<void()> cancel;  // cmdCancel_Click
+  std::function<void()> hide;    // cmdHideMe_Click
+};
+
+// Results of the Save button's folder menu besides an entry index.
+inline constexpr int32_t kFolderMenuBrowse = -1;
+inline constexpr int32_t kFolderMenuNone = -2;
+
 class UserInterface {
  public:
   virtual ~UserInterface() = default;
@@ -66,6 +88,16 @@ class UserInterface {
   virtual void SetProgressText(const std::wstring& text) = 0;
   // Lets pending window messages run (DoEvents).
   virtual void DoEvents() = 0;
+
+  // frmSaving: shows the form as `view` says (the form must be loaded) and repaints it.
+  virtual void ShowSavingForm(const SavingFormView& view, const SavingFormEvents& events) = 0;
+  // frmMenu's pop-up: one entry per folder and a browse entry at the mouse position. Returns
+  // the index of the chosen folder, kFolderMenuBrowse, or kFolderMenuNone when dismissed.
+  virtual int32_t ShowFolderMenu(const std::vector<std::wstring>& folders) = 0;
+  // The shell's folder browser; "" when cancelled.
+  virtual std::wstring BrowseForFolder(const std::wstring& title, uint32_t flags,
+                                       const std::wstring& start_folder) = 0;
+
 };
 
 }  // namespace corvina

@@ -18,7 +18,6 @@ TEST(ToolbarTest, EveryButtonIsRoutedAndSaysWhatItDoes) {
   };
   const Case cases[] = {
       {kTagCoolMail, L"Not a mail item"},  // no mail window is open
-      {kTagSave, L"Saving attachments is not part of this build of Corvina."},
       {kTagConfiguration, L"The properties dialog is not part of this build of Corvina."},
       {kTagPreview, L"The picture preview is not part of this build of Corvina."},
       {kTagSmartSender, L"The distribution-list menu is not part of this build of Corvina."},

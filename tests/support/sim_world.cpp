@@ -11,7 +11,7 @@ SimWorld::SimWorld() : application(std::make_shared<sim::SimApplication>(store))
 }
 
 Services SimWorld::MakeServices() {
-  return Services{files, settings, ui, clock, beeper, kAddinFolder,
+  return Services{files, settings, ui, clock, beeper, clipboard, kAddinFolder,
                   [app = application] { return app; }};
 }
 

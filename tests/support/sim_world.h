@@ -14,6 +14,7 @@
 #include "platform/sim/outlook_store.h"
 #include "platform/sim/scripted_user_interface.h"
 #include "platform/sim/sim_beeper.h"
+#include "platform/sim/sim_clipboard.h"
 #include "platform/sim/sim_clock.h"
 
 namespace corvina::testing {
@@ -44,6 +45,7 @@ class SimWorld {
   sim::ScriptedUserInterface ui{faults};
   sim::SimClock clock{faults, FromCivil({2026, 11, 22, 9, 30, 0})};
   sim::SimBeeper beeper{faults};
+  sim::SimClipboard clipboard{faults};
   sim::SimStore store{faults, files};
   std::shared_ptr<sim::SimApplication> application;
 };

@@ -22,6 +22,16 @@ class AnswerQueue : public UserInterface {
   std::vector<std::wstring> LoadedForms() override { return inner_.LoadedForms(); }
   void SetProgressText(const std::wstring& text) override { inner_.SetProgressText(text); }
   void DoEvents() override { inner_.DoEvents(); }
+  void ShowSavingForm(const SavingFormView& view, const SavingFormEvents& events) override {
+    inner_.ShowSavingForm(view, events);
+  }
+  int32_t ShowFolderMenu(const std::vector<std::wstring>& folders) override {
+    return inner_.ShowFolderMenu(folders);
+  }
+  std::wstring BrowseForFolder(const std::wstring& title, uint32_t flags,
+                               const std::wstring& start_folder) override {
+    return inner_.BrowseForFolder(title, flags, start_folder);
+  }
 
  private:
   sim::ScriptedUserInterface& inner_;

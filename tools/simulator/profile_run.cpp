@@ -53,6 +53,7 @@ ProfileRun::ProfileRun(ProfilePaths paths, std::ostream& out)
       ui_(recorded_ui_),
       clock_(faults_, StartOfRun()),
       beeper_(faults_),
+      clipboard_(faults_),
       store_(faults_, files_),
       application_(std::make_shared<sim::SimApplication>(store_)) {
   files_.Map(L'C', paths_.drive);
@@ -147,10 +148,26 @@ bool ProfileRun::Do(const Action& action) {
       Say(L"  now " + FormatGeneralDate(store_.now));
       return true;
     case Verb::kChooseFolder:
-    case Verb::kBrowseFolder:
-    case Verb::kCancelAfter:
-      Say(L"  (saving attachments is not part of this build; nothing to choose)");
+      if (action.numbers.empty()) return false;
+      recorded_ui_.QueueFolderMenuChoice(action.numbers[0]);
       return true;
+    case Verb::kBrowseFolder:
+      recorded_ui_.QueueFolderMenuChoice(kFolderMenuBrowse);
+      recorded_ui_.QueueBrowseResult(action.text);
+      return true;
+    case Verb::kCancelAfter: {
+      if (action.numbers.empty()) return false;
+      const uint64_t base = store_.attachments_saved;
+      const uint64_t n = static_cast<uint64_t>(action.numbers[0]);
+      // Armed until it fires once (a hook must not replace itself while it runs).
+      recorded_ui_.set_do_events_hook([this, base, n, fired = false]() mutable {
+        if (fired || store_.attachments_saved - base < n) return;
+        fired = true;
+        Say(L"  [cancel] pressed after " + std::to_wstring(n) + L" attachment(s)");
+        recorded_ui_.PressSavingCancel();
+      });
+      return true;
+    }
     case Verb::kPrint: return true;
   }
   return false;
@@ -164,7 +181,7 @@ bool ProfileRun::Start(int explorers) {
   while (static_cast<int>(store_.explorers().size()) > explorers)
     store_.CloseExplorer(store_.explorers().back());
   while (static_cast<int>(store_.explorers().size()) < explorers) store_.AddExplorer();
-  Services services{files_, settings_, ui_, clock_, beeper_, kAddinFolder,
+  Services services{files_, settings_, ui_, clock_, beeper_, clipboard_, kAddinFolder,
                     [app = application_] { return app; }};
   addin_ = std::make_unique<DesVireo>(std::move(services));
   addin_->AddinInstance_Initialize();

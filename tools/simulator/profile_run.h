@@ -16,6 +16,7 @@
 #include "platform/sim/outlook_store.h"
 #include "platform/sim/scripted_user_interface.h"
 #include "platform/sim/sim_beeper.h"
+#include "platform/sim/sim_clipboard.h"
 #include "platform/sim/sim_clock.h"
 #include "simulator/answer_queue.h"
 #include "simulator/script.h"
@@ -66,6 +67,7 @@ class ProfileRun {
   AnswerQueue ui_;
   sim::SimClock clock_;
   sim::SimBeeper beeper_;
+  sim::SimClipboard clipboard_;
   sim::SimStore store_;
   std::shared_ptr<sim::SimApplication> application_;
   std::unique_ptr<DesVireo> addin_;

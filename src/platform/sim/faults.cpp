@@ -10,6 +10,7 @@ const char* ServiceName(Service s) {
     case Service::kUserInterface: return "UserInterface";
     case Service::kClock: return "Clock";
     case Service::kBeep: return "Beep";
+    case Service::kClipboard: return "Clipboard";
   }
   return "?";
 }

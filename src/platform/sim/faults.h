@@ -13,8 +13,8 @@
 
 namespace corvina::sim {
 
-enum class Service { kOutlook, kSettings, kFiles, kUserInterface, kClock, kBeep };
-inline constexpr size_t kServiceCount = 6;
+enum class Service { kOutlook, kSettings, kFiles, kUserInterface, kClock, kBeep, kClipboard };
+inline constexpr size_t kServiceCount = 7;
 const char* ServiceName(Service s);
 
 class Faults {

@@ -236,6 +236,20 @@ void MappedFileSystem::CopyFile(const std::wstring& from, const std::wstring& to
   fs::permissions(dst.host, fs::status(src.host, ec).permissions(), ec);
 }
 
+void MappedFileSystem::MoveFile(const std::wstring& from, const std::wstring& to,
+                                bool replace_existing) {
+  faults_.Enter(Service::kFiles, "MoveFile");
+  Resolved src = ResolveInExistingFolder(from);
+  std::error_code ec;
+  if (!fs::is_regular_file(src.host, ec)) ThrowFileError(kErrFileNotFound, from);
+  Resolved dst = ResolveWritable(to);
+  if (fs::exists(fs::symlink_status(dst.host, ec)) && !fs::equivalent(src.host, dst.host, ec)) {
+    if (!replace_existing || fs::is_directory(dst.host, ec)) ThrowFileError(kErrFileExists, to);
+  }
+  fs::rename(src.host, dst.host, ec);  // atomic on one file system
+  if (ec) ThrowFileError(ErrorFor(ec), to);
+}
+
 std::optional<DiskFreeSpace> MappedFileSystem::GetDiskFreeSpace(const std::wstring& root) {
   faults_.Enter(Service::kFiles, "GetDiskFreeSpace");
   std::wstring letter = path::Drive(root);

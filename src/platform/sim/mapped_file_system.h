@@ -38,6 +38,7 @@ class MappedFileSystem : public FileSystem {
   void WriteFile(const std::wstring& path, std::string_view bytes) override;
   void AppendFile(const std::wstring& path, std::string_view bytes) override;
   void CopyFile(const std::wstring& from, const std::wstring& to, bool fail_if_exists) override;
+  void MoveFile(const std::wstring& from, const std::wstring& to, bool replace_existing) override;
   // From the host's free space (statvfs on Linux) in the clusters MemoryFileSystem reports.
   std::optional<DiskFreeSpace> GetDiskFreeSpace(const std::wstring& root) override;
 

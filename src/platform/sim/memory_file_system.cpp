@@ -237,6 +237,22 @@ void MemoryFileSystem::CopyFile(const std::wstring& from, const std::wstring& to
   slot->read_only = src.node->read_only;  // a copy keeps the file's attributes, as on Windows
 }
 
+void MemoryFileSystem::MoveFile(const std::wstring& from, const std::wstring& to,
+                                bool replace_existing) {
+  faults_.Enter(Service::kFiles, "MoveFile");
+  Location src = Need(from);
+  if (!src.node || src.node->directory) ThrowFileError(kErrFileNotFound, from);
+  Location dst = NeedWritable(to);
+  if (dst.drive != src.drive) ThrowFileError(kErrPathFileAccess, to);  // a rename stays on its drive
+  if (dst.node == src.node) return;
+  if (dst.node && (!replace_existing || dst.node->directory)) ThrowFileError(kErrFileExists, to);
+  if (dst.node) Store(*dst.drive, *dst.node, {});
+  std::unique_ptr<Node> moving = std::move(src.parent->children[FoldName(src.name)]);
+  src.parent->children.erase(FoldName(src.name));
+  moving->name = dst.name;
+  dst.parent->children[FoldName(dst.name)] = std::move(moving);
+}
+
 std::optional<DiskFreeSpace> MemoryFileSystem::GetDiskFreeSpace(const std::wstring& root) {
   faults_.Enter(Service::kFiles, "GetDiskFreeSpace");
   std::wstring letter = path::Drive(root);

@@ -60,6 +60,7 @@ class MemoryFileSystem : public FileSystem {
   void WriteFile(const std::wstring& path, std::string_view bytes) override;
   void AppendFile(const std::wstring& path, std::string_view bytes) override;
   void CopyFile(const std::wstring& from, const std::wstring& to, bool fail_if_exists) override;
+  void MoveFile(const std::wstring& from, const std::wstring& to, bool replace_existing) override;
   std::optional<DiskFreeSpace> GetDiskFreeSpace(const std::wstring& root) override;
 
  private:

@@ -29,6 +29,7 @@ class SimAttachment final : public outlook::Attachment {
   void SaveAsFile(const std::wstring& path) override {
     store_.Enter("Attachment.SaveAsFile");
     store_.files().WriteFile(path, data().bytes);
+    ++store_.attachments_saved;
   }
 
  private:

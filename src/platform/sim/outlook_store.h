@@ -91,6 +91,7 @@ class SimStore {
   // --- application events and profile ---
   SimEvent& new_mail() { return new_mail_; }
   SimEvent& startup() { return startup_; }
+  uint64_t attachments_saved = 0;  // successful Attachment.SaveAsFile calls
   int32_t address_list_count = 1;                 // AddressLists.Count; 0 = no address book
   Date now = FromCivil({2024, 1, 15, 12, 0, 0});  // time stamped on created and sent items
   // What closing and restarting Outlook does to the windows' bars (temporary ones vanish).

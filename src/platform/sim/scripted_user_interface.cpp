@@ -147,6 +147,62 @@ void ScriptedUserInterface::SetProgressText(const std::wstring& text) {
 void ScriptedUserInterface::DoEvents() {
   faults_.Enter(Service::kUserInterface, "DoEvents");
   ++do_events_;
+  if (do_events_hook_) do_events_hook_();
+  if (cancel_pressed_ && saving_events_.cancel) {
+    cancel_pressed_ = false;
+    saving_events_.cancel();
+  }
+}
+
+void ScriptedUserInterface::ShowSavingForm(const SavingFormView& view,
+                                           const SavingFormEvents& events) {
+  faults_.Enter(Service::kUserInterface, "ShowSavingForm");
+  saving_view_ = view;
+  saving_events_ = events;
+  UiEvent e = MakeEvent(UiEventKind::kSavingForm, view.caption);
+  e.saving = view;
+  Record(std::move(e));
+}
+
+int32_t ScriptedUserInterface::ShowFolderMenu(const std::vector<std::wstring>& folders) {
+  faults_.Enter(Service::kUserInterface, "ShowFolderMenu");
+  std::wstring entries;
+  for (size_t i = 0; i < folders.size(); ++i)
+    entries += std::to_wstring(i) + L":" + folders[i] + L" | ";
+  UiEvent e = MakeEvent(UiEventKind::kFolderMenu, entries + L"Browse...");
+  if (menu_choices_.empty()) {
+    e.result = kFolderMenuNone;
+    e.defaulted = true;
+  } else {
+    e.result = menu_choices_.front();
+    menu_choices_.pop_front();
+    const bool valid = e.result == kFolderMenuBrowse || e.result == kFolderMenuNone ||
+                       (e.result >= 0 && static_cast<size_t>(e.result) < folders.size());
+    if (!valid) {
+      script_errors_.push_back(L"folder menu has no entry " + std::to_wstring(e.result));
+      e.result = kFolderMenuNone;
+      e.rejected_answer = true;
+    }
+  }
+  const int32_t result = e.result;
+  Record(std::move(e));
+  return result;
+}
+
+std::wstring ScriptedUserInterface::BrowseForFolder(const std::wstring& title, uint32_t /*flags*/,
+                                                    const std::wstring& start_folder) {
+  faults_.Enter(Service::kUserInterface, "BrowseForFolder");
+  UiEvent e = MakeEvent(UiEventKind::kBrowse, start_folder);
+  e.title = title;
+  if (browse_results_.empty()) {
+    e.defaulted = true;
+  } else {
+    e.result_text = browse_results_.front();
+    browse_results_.pop_front();
+  }
+  std::wstring result = e.result_text;
+  Record(std::move(e));
+  return result;
 }
 
 std::vector<std::wstring> ScriptedUserInterface::Transcript() const {

@@ -32,6 +32,17 @@ class ScriptedUserInterface : public UserInterface {
   void QueueShowMsgBoxAnswer(MsgBoxAnswer answer);
   size_t PendingMsgBoxAnswers() const { return msgbox_answers_.size(); }
   size_t PendingShowMsgBoxAnswers() const { return showmsgbox_answers_.size(); }
+  // The folder menu's next choice: an entry index, kFolderMenuBrowse or kFolderMenuNone
+  // (the default when nothing is queued).
+  void QueueFolderMenuChoice(int32_t choice) { menu_choices_.push_back(choice); }
+  // The folder browser's next result; "" is Cancel (the default).
+  void QueueBrowseResult(std::wstring folder) { browse_results_.push_back(std::move(folder)); }
+  // Presses frmSaving's Cancel: the handler runs at the next DoEvents, as a click would.
+  void PressSavingCancel() { cancel_pressed_ = true; }
+  // Runs at every DoEvents (before a pressed Cancel is handled), so a test can act, and press
+  // Cancel, while a job runs.
+  void set_do_events_hook(std::function<void()> hook) { do_events_hook_ = std::move(hook); }
+  const SavingFormView& saving_view() const { return saving_view_; }
 
   int32_t MsgBox(const std::wstring& prompt, int32_t style, const std::wstring& title) override;
   MsgBoxAnswer ShowMsgBox(const MsgBoxView& view) override;
@@ -40,6 +51,10 @@ class ScriptedUserInterface : public UserInterface {
   std::vector<std::wstring> LoadedForms() override;
   void SetProgressText(const std::wstring& text) override;
   void DoEvents() override;
+  void ShowSavingForm(const SavingFormView& view, const SavingFormEvents& events) override;
+  int32_t ShowFolderMenu(const std::vector<std::wstring>& folders) override;
+  std::wstring BrowseForFolder(const std::wstring& title, uint32_t flags,
+                               const std::wstring& start_folder) override;
 
   // What was shown, in order (DoEvents is only counted: it would drown the transcript).
   const std::vector<UiEvent>& events() const { return events_; }
@@ -60,6 +75,12 @@ class ScriptedUserInterface : public UserInterface {
   std::vector<std::wstring> script_errors_;
   uint64_t do_events_ = 0;
   std::function<void(const std::wstring&)> echo_;
+  std::deque<int32_t> menu_choices_;
+  std::deque<std::wstring> browse_results_;
+  bool cancel_pressed_ = false;
+  std::function<void()> do_events_hook_;
+  SavingFormView saving_view_;
+  SavingFormEvents saving_events_;
 };
 
 }  // namespace corvina::sim

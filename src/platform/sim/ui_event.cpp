@@ -113,6 +113,18 @@ std::wstring Describe(const UiEvent& e) {
       return L"[form] load " + e.text;
     case UiEventKind::kUnloadForm:
       return L"[form] unload " + e.text;
+    case UiEventKind::kSavingForm:
+      return L"[saving] " + Quoted(e.saving.caption) + L" " + std::to_wstring(e.saving.progress_value) +
+             L" of " + std::to_wstring(e.saving.progress_max) + L" saved";
+    case UiEventKind::kFolderMenu:
+      return L"[menu] " + e.text + L" -> " +
+             (e.result == kFolderMenuBrowse ? std::wstring(L"Browse...")
+              : e.result == kFolderMenuNone ? std::wstring(L"(dismissed)")
+                                            : L"entry " + std::to_wstring(e.result)) +
+             Remark(e);
+    case UiEventKind::kBrowse:
+      return L"[browse] " + Quoted(e.title) + L" from " + Quoted(e.text) + L" -> " +
+             (e.result_text.empty() ? std::wstring(L"(cancelled)") : Quoted(e.result_text)) + Remark(e);
   }
   return L"[?]";
 }

@@ -7,7 +7,9 @@
 
 namespace corvina::sim {
 
-enum class UiEventKind { kMsgBox, kShowMsgBox, kProgressText, kLoadForm, kUnloadForm };
+enum class UiEventKind {
+  kMsgBox, kShowMsgBox, kProgressText, kLoadForm, kUnloadForm, kSavingForm, kFolderMenu, kBrowse
+};
 
 struct UiEvent {
   UiEventKind kind = UiEventKind::kMsgBox;
@@ -18,6 +20,8 @@ struct UiEvent {
   int32_t result = 0;
   // ShowMsgBox
   MsgBoxView view;
+  SavingFormView saving;
+  std::wstring result_text;  // the folder a browser returned
   MsgBoxAnswer answer;
   // Either box: the answer queue was empty, so the box answered its default; or the queued
   // answer named a button the box does not show, so it answered Cancel.

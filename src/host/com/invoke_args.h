@@ -1,0 +1,26 @@
+#pragma once
+// Reading IDispatch::Invoke arguments. DISPPARAMS holds them last first: the first parameter
+// of the method is rgvarg[cArgs - 1].
+#include <optional>
+
+#include "platform/win32/windows_api.h"
+
+namespace corvina::com {
+
+class InvokeArgs {
+ public:
+  explicit InvokeArgs(const DISPPARAMS& params) : params_(params) {}
+  UINT count() const { return params_.cArgs; }
+  // The parameter at `position` (0 = first), or nullptr when the caller passed fewer.
+  const VARIANT* At(UINT position) const;
+  // An object parameter; nothing for a missing, empty or null one.
+  Microsoft::WRL::ComPtr<IDispatch> Dispatch(UINT position) const;
+  // A number parameter converted as Invoke converts (by value or by reference); nothing when
+  // it does not convert. A missing one is 0.
+  std::optional<long> Long(UINT position) const;
+
+ private:
+  const DISPPARAMS& params_;
+};
+
+}  // namespace corvina::com

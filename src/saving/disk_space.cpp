@@ -1,0 +1,46 @@
+#include "saving/disk_space.h"
+
+#include "base/text.h"
+#include "platform/user_interface.h"
+#include "saving/save_job.h"
+
+namespace corvina {
+
+int64_t FreeMegabytes(AddIn& addin, const std::wstring& path) {
+  const std::wstring trimmed = Trim(path);
+  if (trimmed.empty()) return -1;
+  auto free = addin.services.files.GetDiskFreeSpace(trimmed.substr(0, 1) + L":\\");
+  if (!free) return -1;
+  const double bytes = static_cast<double>(free->sectors_per_cluster) * free->bytes_per_sector *
+                       free->free_clusters;
+  return static_cast<int64_t>(bytes / 1000000.0);
+}
+
+bool CheckDiskSpace(AddIn& addin, int32_t skip_disk_test, const std::wstring& destination) {
+  return addin.Run(L"CheckDiskSpace", false, [&] {
+    if (!addin.oApplication && addin.services.create_application)
+      addin.oApplication = addin.services.create_application();  // Outlook's object went away
+    auto explorer = addin.oApplication ? addin.oApplication->ActiveExplorer() : nullptr;
+    if (!explorer) return false;
+    auto selection = explorer->Selection();
+    const int32_t count = selection->Count();
+    double bytes = 0;
+    for (int32_t i = 1; i <= count; ++i) bytes += selection->Item(i)->Size();
+    const double needed = ShownMegabytes(bytes);
+    const bool tested = skip_disk_test != 1;
+    const int64_t free = tested ? FreeMegabytes(addin, destination) : -1;
+    if (tested && free != -1 && needed > static_cast<double>(free)) {
+      addin.services.ui.MsgBox(L"You do not have enought free disk space on the selected drive",
+                               vbInformation, kProductName);
+      return false;
+    }
+    if (needed > kLargeSelectionMegabytes) {
+      return addin.services.ui.MsgBox(
+                 LargeSelectionQuestion(std::to_wstring(count), FormatMegabytes(needed)),
+                 vbYesNo | vbQuestion, kProductName) == vbYes;
+    }
+    return true;
+  });
+}
+
+}  // namespace corvina

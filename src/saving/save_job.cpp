@@ -1,0 +1,189 @@
+#include "saving/save_job.h"
+
+#include <vector>
+
+#include "base/text.h"
+#include "host/command_bars.h"
+#include "platform/path.h"
+#include "platform/user_interface.h"
+#include "saving/file_names.h"
+#include "saving/folder_menu.h"
+#include "saving/saving_form.h"
+
+namespace corvina {
+namespace {
+
+// Counts of a job are 16-bit, as they have always been; a selection beyond that is refused
+// with the overflow error rather than silently wrapping.
+int32_t Add16(int32_t a, int32_t b) {
+  const int32_t sum = a + b;
+  if (sum > 32767) Raise(kErrOverflow, L"Overflow");
+  return sum;
+}
+
+bool AskYesNo(AddIn& addin, const std::wstring& question) {
+  return addin.services.ui.MsgBox(question, vbYesNo | vbQuestion, kProductName) == vbYes;
+}
+
+bool FloppyPresent(AddIn& addin) {
+  try {
+    addin.services.files.ListFiles(L"a:\\");
+    return true;  // an empty disk counts as present
+  } catch (const Error&) {
+    return false;
+  }
+}
+
+// Makes sure the destination exists, asking before creating it (one level).
+bool DestinationReady(AddIn& addin, const std::wstring& destination) {
+  auto& files = addin.services.files;
+  if (files.DirectoryExists(destination)) return true;
+  if (!AskYesNo(addin, L"Destination directory " + destination + L" does not exist\r\n" +
+                           L"Do you want to create it ?"))
+    return false;
+  files.CreateDirectory(path::WithoutTrailingSeparator(destination));
+  return true;
+}
+
+// Saves under a temporary name first, so a failure never leaves a half-written file under the
+// target name; the target is replaced only by a complete file.
+void SaveAttachment(AddIn& addin, outlook::Attachment& attachment, const std::wstring& target) {
+  auto& files = addin.services.files;
+  const std::wstring partial = path::Parent(target) + L"\\~" + path::FileName(target) + L".part";
+  try {
+    attachment.SaveAsFile(partial);
+    files.MoveFile(partial, target, true);
+  } catch (...) {
+    try {
+      if (files.FileExists(partial)) files.DeleteFile(partial);
+    } catch (...) {
+    }
+    throw;
+  }
+}
+
+struct JobCounts {
+  int32_t total = 0;
+  int32_t saved = 0;
+};
+
+// One item's attachments; false when the job must stop (cancel).
+bool SaveItemAttachments(AddIn& addin, outlook::Item& item, const std::wstring& destination,
+                         JobCounts& counts, SavingForm& form, const wchar_t* procedure) {
+  const bool is_mail = item.Class() == outlook::olMail;
+  auto attachments = item.Attachments();
+  const int32_t count = attachments->Count();
+  for (int32_t a = 1; a <= count; ++a) {
+    addin.services.ui.DoEvents();
+    if (addin.CancelRequested) return false;
+    form.Update(counts.total, counts.saved);
+    auto attachment = attachments->Item(a);
+    const std::wstring name = attachment->FileName();
+    if (!IsSafeAttachmentName(name)) {
+      addin.log.LogError(addin.ErrorContext(), procedure,
+                         Error(kErrPathNotFound, kOwnErrorSource,
+                               L"Attachment name refused, it would leave the destination folder: " + name));
+      continue;
+    }
+    const std::wstring target = destination + name;
+    if (addin.services.files.FileExists(target) && addin.config.AutoReplace == L"0" &&
+        !AskYesNo(addin, L"The file " + destination + name + L" Already exsists.\r\n" +
+                             L"Do you want to replace it ?"))
+      continue;
+    // A picture embedded in an HTML mail body is not an attachment the user thinks of.
+    if (is_mail && addin.config.IncludeHtmlEmbeded == L"0" && attachment->Position() == 0) continue;
+    SaveAttachment(addin, *attachment, target);
+    counts.saved = Add16(counts.saved, 1);
+  }
+  return true;
+}
+
+}  // namespace
+
+double ShownMegabytes(double bytes) {
+  const std::wstring figure = Replace(FormatMegabytes(bytes / 1000000.0), L",", L"");
+  return std::stod(ToUtf8(figure.front() == L'.' ? L"0" + figure : figure));
+}
+
+std::wstring LargeSelectionQuestion(const std::wstring& count, const std::wstring& megabytes) {
+  return L"You have selected " + count + L" Emails to save their attachments \r\n" +
+         L"with approximately total size In MB of " + megabytes + L"\r\n" +
+         L"this may take a while\r\nare you sure you want to procced?";
+}
+
+void GetSelectedItems(AddIn& addin) {
+  addin.Run(L"GetSelectedItems", [&] {
+    auto explorer = addin.oApplication ? addin.oApplication->ActiveExplorer() : nullptr;
+    if (!explorer) return;
+    auto selection = explorer->Selection();
+    const std::wstring destination = path::WithTrailingSeparator(addin.SaveDestination);
+    const int32_t count = selection->Count();
+    if (count > 32767) Raise(kErrOverflow, L"Overflow");
+    std::vector<std::shared_ptr<outlook::Item>> items;
+    double total_bytes = 0;
+    JobCounts counts;
+    for (int32_t i = 1; i <= count; ++i) {
+      items.push_back(selection->Item(i));
+      total_bytes += items.back()->Size();
+      counts.total = Add16(counts.total, items.back()->Attachments()->Count());
+    }
+    if (ShownMegabytes(total_bytes) > kLargeSelectionMegabytes &&
+        !AskYesNo(addin, LargeSelectionQuestion(std::to_wstring(count),
+                                                FormatMegabytes(total_bytes / 1000000.0))))
+      return;
+    addin.CancelRequested = false;
+    SavingForm form(addin);
+    for (auto& item : items) {
+      addin.services.ui.DoEvents();
+      if (addin.CancelRequested) return;
+      if (UCase(destination) == L"A:\\" && !FloppyPresent(addin)) {
+        addin.services.ui.MsgBox(L"First, insert floppy, action canceled !", vbCritical, kProductName);
+        return;
+      }
+      if (!DestinationReady(addin, destination)) return;
+      if (!SaveItemAttachments(addin, *item, destination, counts, form, L"GetSelectedItems")) return;
+    }
+    addin.SaveDestination.clear();
+  });
+}
+
+void GetSelectedItemsInspector(AddIn& addin, outlook::Item& item) {
+  addin.Run(L"GetSelectedItemsInspector", [&] {
+    if (item.Class() != outlook::olMail) return;
+    const std::wstring destination = path::WithTrailingSeparator(addin.SaveDestination);
+    const double total_bytes = item.Size();
+    JobCounts counts;
+    counts.total = item.Attachments()->Count();
+    if (ShownMegabytes(total_bytes) > kLargeSelectionMegabytes &&
+        !AskYesNo(addin, LargeSelectionQuestion(L"", FormatMegabytes(total_bytes / 1000000.0))))
+      return;
+    addin.CancelRequested = false;
+    SavingForm form(addin);
+    addin.services.ui.DoEvents();
+    if (addin.CancelRequested) return;
+    if (!DestinationReady(addin, destination)) return;
+    if (!SaveItemAttachments(addin, item, destination, counts, form, L"GetSelectedItemsInspector"))
+      return;
+    addin.SaveDestination.clear();
+  });
+}
+
+void SaveButtonClick(AddIn& addin, SaveSource source) {
+  ValidateDestFolders(addin);
+  PopUpFolderMenu(addin);
+  if (addin.SaveDestination.empty()) return;
+  SavingForm form(addin);
+  form.Load();
+  ToggleSaveFaceID(addin, true);
+  if (source == SaveSource::kInspector) {
+    auto inspector = addin.oApplication ? addin.oApplication->ActiveInspector() : nullptr;
+    auto item = inspector ? inspector->CurrentItem() : nullptr;
+    if (item) GetSelectedItemsInspector(addin, *item);
+  } else {
+    GetSelectedItems(addin);
+  }
+  ToggleSaveFaceID(addin, false);
+  form.Unload();
+}
+
+}  // namespace corvina

@@ -1,0 +1,41 @@
+#include "saving/saving_form.h"
+
+namespace corvina {
+
+SavingFormView SavingForm::ViewFor(const std::wstring& language, int32_t total, int32_t saved) {
+  SavingFormView view;
+  view.caption_label = L"Saving attachments, please wait ...";
+  view.total_label = L"Attachments: " + std::to_wstring(total);
+  view.saved_label = L"Saved: " + std::to_wstring(saved);
+  view.progress_max = total;
+  view.progress_value = saved;
+  view.right_to_left = language == L"Hebrew";
+  return view;
+}
+
+void SavingForm::Show(int32_t total, int32_t saved) {
+  SavingFormEvents events;
+  events.cancel = [this] { addin_.CancelRequested = true; };
+  events.hide = [this] {
+    addin_.Run(L"cmdHideMe_Click", [this] {
+      if (auto explorer = addin_.oApplication ? addin_.oApplication->ActiveExplorer() : nullptr)
+        explorer->Activate();
+    });
+  };
+  addin_.services.ui.ShowSavingForm(ViewFor(addin_.config.glbLanguage, total, saved), events);
+}
+
+void SavingForm::Load() {
+  addin_.services.ui.LoadForm(L"frmSaving");
+  Show(0, 0);
+}
+
+void SavingForm::Update(int32_t total, int32_t saved) {
+  if (addin_.IsFormLoaded(L"frmSaving")) Show(total, saved);
+}
+
+void SavingForm::Unload() {
+  if (addin_.IsFormLoaded(L"frmSaving")) addin_.services.ui.UnloadForm(L"frmSaving");
+}
+
+}  // namespace corvina
