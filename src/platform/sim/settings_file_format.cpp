@@ -34,30 +34,24 @@ bool IsUtf8(std::string_view s) {
   return true;
 }
 
-std::optional<std::wstring> Unescape(std::wstring_view v) {
+// Values keep their backslashes (they are mostly Windows paths); only the characters a line
+// cannot hold, and "%" itself, are written as %XX.
+int HexDigit(wchar_t c) {
+  if (c >= L'0' && c <= L'9') return c - L'0';
+  if (c >= L'A' && c <= L'F') return c - L'A' + 10;
+  if (c >= L'a' && c <= L'f') return c - L'a' + 10;
+  return -1;
+}
+
+std::wstring Unescape(std::wstring_view v) {
   std::wstring out;
   out.reserve(v.size());
   for (size_t i = 0; i < v.size(); ++i) {
-    if (v[i] != L'\\') {
-      out.push_back(v[i]);
-      continue;
-    }
-    if (++i == v.size()) return std::nullopt;
-    switch (v[i]) {
-      case L'\\':
-        out.push_back(L'\\');
-        break;
-      case L'n':
-        out.push_back(L'\n');
-        break;
-      case L'r':
-        out.push_back(L'\r');
-        break;
-      case L't':
-        out.push_back(L'\t');
-        break;
-      default:
-        return std::nullopt;
+    if (v[i] == L'%' && i + 2 < v.size() && HexDigit(v[i + 1]) >= 0 && HexDigit(v[i + 2]) >= 0) {
+      out.push_back(static_cast<wchar_t>(HexDigit(v[i + 1]) * 16 + HexDigit(v[i + 2])));
+      i += 2;
+    } else {
+      out.push_back(v[i]);  // a "%" without two hex digits is an ordinary character
     }
   }
   return out;
@@ -68,20 +62,11 @@ std::wstring Escape(std::wstring_view v) {
   out.reserve(v.size());
   for (wchar_t c : v) {
     switch (c) {
-      case L'\\':
-        out += L"\\\\";
-        break;
-      case L'\n':
-        out += L"\\n";
-        break;
-      case L'\r':
-        out += L"\\r";
-        break;
-      case L'\t':
-        out += L"\\t";
-        break;
-      default:
-        out.push_back(c);
+      case L'%': out += L"%25"; break;
+      case L'\n': out += L"%0A"; break;
+      case L'\r': out += L"%0D"; break;
+      case L'\t': out += L"%09"; break;
+      default: out.push_back(c);
     }
   }
   return out;
@@ -144,12 +129,8 @@ ParsedSettings ParseSettingsFile(std::string_view text, const std::wstring& file
       damaged(number, L"no '=' between key and value");
       continue;
     }
-    auto value = Unescape(std::wstring_view(line).substr(eq + 1));
-    if (!value) {
-      damaged(number, L"a '\\' that is not one of \\\\ \\n \\r \\t");
-      continue;
-    }
-    out.table.Set(current->first, current->second, line.substr(0, eq), *value);
+    out.table.Set(current->first, current->second, line.substr(0, eq),
+                  Unescape(std::wstring_view(line).substr(eq + 1)));
   }
   return out;
 }
@@ -157,7 +138,8 @@ ParsedSettings ParseSettingsFile(std::string_view text, const std::wstring& file
 std::string FormatSettingsFile(const SettingsTable& table) {
   std::wstring text =
       L"; Corvina settings (UTF-8): [Application\\Section] headers, then key=value lines.\n"
-      L"; A key runs to the first '=' and keeps its blanks; values escape \\\\ \\n \\r \\t.\n";
+      L"; A key runs to the first '=' and keeps its blanks; in values %25 %0A %0D %09 stand for\n"
+      L"; a percent sign, a line feed, a carriage return and a tab.\n";
   for (const auto& s : table.sections()) {
     text += L"\n[" + s.application + L"\\" + s.section + L"]\n";
     for (const auto& key : s.keys)

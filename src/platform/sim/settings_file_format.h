@@ -2,19 +2,21 @@
 // The text file in which the simulator's profile keeps its settings tree (UTF-8):
 //
 //   ; a comment (';' or '#' at the start of a line); blank lines are ignored
-//   [Corvina\Settings]
-//   SaveFolder=C:\Mail\Saved
+//   [Vireo\Configuration]
+//   glbFolder0=C:\Mail\Saved
 //   ExtName =pdf;doc
-//   Footer=first line\nsecond line
+//   Footer=first line%0Asecond line
 //
 // A header names the application and the section, split at the first '\' (a section may hold
 // further '\'). A key is everything before the first '=' of its line, taken literally: real
 // keys end in a blank ("ExtName "), so nothing is trimmed. The value runs to the end of the
-// line with four escapes: \\ \n \r \t. A CR before the line break is dropped, so a file
+// line; backslashes are ordinary characters (values are mostly Windows paths), and only
+// %25 %0A %0D %09 stand for a percent sign, a line feed, a carriage return and a tab (a "%"
+// without two hex digits is kept as it is). A CR before the line break is dropped, so a file
 // edited on Windows reads the same.
 //
 // Reading is lenient, because a damaged profile must not stop the add-in: a line that cannot
-// be read (no '=', a key before any valid header, a bad escape, bytes that are not UTF-8, a
+// be read (no '=', a key before any valid header, bytes that are not UTF-8, a
 // header without application or section) is skipped and reported as one problem. After a
 // damaged header, the keys that follow are skipped with it, without a report of their own.
 #include <string>
