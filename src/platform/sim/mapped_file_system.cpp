@@ -28,21 +28,6 @@ std::wstring FromHost(const fs::path& p) {
   return FromUtf8(std::string(u.begin(), u.end()));
 }
 
-// The entry of `folder` that `name` means: the exact spelling when it exists, else the first
-// (in host order of names, so the choice is stable) that equals it ignoring case, else the
-// name as given (for an entry about to be created).
-fs::path FindEntry(const fs::path& folder, const std::wstring& name) {
-  fs::path exact = folder / ToHost(name);
-  std::error_code ec;
-  if (fs::exists(fs::symlink_status(exact, ec)) || !fs::is_directory(folder, ec)) return exact;
-  std::optional<fs::path> best;
-  for (const auto& entry : fs::directory_iterator(folder, ec)) {
-    fs::path leaf = entry.path().filename();
-    if (EqualsIgnoreCase(FromHost(leaf), name) && (!best || leaf < *best)) best = leaf;
-  }
-  return best ? folder / *best : exact;
-}
-
 bool IsReadOnly(const fs::path& p) {
   std::error_code ec;
   auto st = fs::status(p, ec);
@@ -70,6 +55,47 @@ int32_t ErrorFor(const std::error_code& ec) {
 }  // namespace
 
 MappedFileSystem::MappedFileSystem(Faults& faults) : faults_(faults) {}
+
+// The entry of `folder` that `name` means: the exact spelling when it exists, else the first
+// (in host order of names, so the choice is stable) that equals it ignoring case, else the
+// name as given (for an entry about to be created). The case-insensitive search uses an
+// index of the folder kept while the folder's modification time says nobody else changed it,
+// so writing many new files into one folder does not rescan it each time.
+fs::path MappedFileSystem::FindEntry(const fs::path& folder, const std::wstring& name) const {
+  fs::path exact = folder / ToHost(name);
+  std::error_code ec;
+  if (fs::exists(fs::symlink_status(exact, ec)) || !fs::is_directory(folder, ec)) return exact;
+  const auto stamp = fs::last_write_time(folder, ec);
+  FolderIndex& index = indexes_[folder];
+  if (ec || !index.valid || index.stamp != stamp) {
+    index.entries.clear();
+    for (const auto& entry : fs::directory_iterator(folder, ec)) {
+      fs::path leaf = entry.path().filename();
+      auto [it, added] = index.entries.emplace(FoldName(FromHost(leaf)), leaf);
+      if (!added && leaf < it->second) it->second = leaf;
+    }
+    index.stamp = stamp;
+    index.valid = !ec;
+  }
+  auto it = index.entries.find(FoldName(name));
+  return it != index.entries.end() ? folder / it->second : exact;
+}
+
+void MappedFileSystem::NoteChange(const fs::path& entry) const {
+  auto it = indexes_.find(entry.parent_path());
+  if (it == indexes_.end() || !it->second.valid) return;
+  FolderIndex& index = it->second;
+  std::error_code ec;
+  const bool present = fs::exists(fs::symlink_status(entry, ec));
+  const std::wstring key = FoldName(FromHost(entry.filename()));
+  if (present) {
+    index.entries[key] = entry.filename();
+  } else {
+    index.entries.erase(key);
+  }
+  index.stamp = fs::last_write_time(entry.parent_path(), ec);
+  if (ec) index.valid = false;
+}
 
 void MappedFileSystem::Map(wchar_t letter, fs::path folder) {
   drives_[UCase(std::wstring(1, letter))[0]] = std::move(folder);
@@ -134,6 +160,7 @@ void MappedFileSystem::Replace(const Resolved& target, const std::wstring& path,
     fs::remove(temp, ignored);
     ThrowFileError(ErrorFor(ec), path);
   }
+  NoteChange(target.host);
 }
 
 bool MappedFileSystem::FileExists(const std::wstring& path) {
@@ -157,6 +184,7 @@ void MappedFileSystem::CreateDirectory(const std::wstring& path) {
   if (r.root || fs::exists(fs::symlink_status(r.host, ec)))
     ThrowFileError(kErrPathFileAccess, path);
   if (!fs::create_directory(r.host, ec)) ThrowFileError(ErrorFor(ec), path);
+  NoteChange(r.host);
 }
 
 void MappedFileSystem::DeleteFile(const std::wstring& path) {
@@ -166,6 +194,7 @@ void MappedFileSystem::DeleteFile(const std::wstring& path) {
   if (!fs::is_regular_file(r.host, ec)) ThrowFileError(kErrFileNotFound, path);
   if (IsReadOnly(r.host)) ThrowFileError(kErrPermissionDenied, path);
   if (!fs::remove(r.host, ec)) ThrowFileError(ErrorFor(ec), path);
+  NoteChange(r.host);
 }
 
 std::vector<std::wstring> MappedFileSystem::ListFiles(const std::wstring& folder) {
@@ -215,6 +244,7 @@ void MappedFileSystem::AppendFile(const std::wstring& path, std::string_view byt
   out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   out.close();
   if (!out) ThrowFileError(kErrPathFileAccess, path);
+  NoteChange(r.host);
 }
 
 void MappedFileSystem::CopyFile(const std::wstring& from, const std::wstring& to,
@@ -248,6 +278,8 @@ void MappedFileSystem::MoveFile(const std::wstring& from, const std::wstring& to
   }
   fs::rename(src.host, dst.host, ec);  // atomic on one file system
   if (ec) ThrowFileError(ErrorFor(ec), to);
+  NoteChange(src.host);
+  NoteChange(dst.host);
 }
 
 std::optional<DiskFreeSpace> MappedFileSystem::GetDiskFreeSpace(const std::wstring& root) {

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "platform/file_system.h"
@@ -56,8 +57,19 @@ class MappedFileSystem : public FileSystem {
   Resolved ResolveWritable(const std::wstring& path) const;
   void Replace(const Resolved& target, const std::wstring& path, std::string_view bytes);
 
+  std::filesystem::path FindEntry(const std::filesystem::path& folder, const std::wstring& name) const;
+  // Keeps the index of `entry`'s folder in step after this file system changed the entry.
+  void NoteChange(const std::filesystem::path& entry) const;
+
+  struct FolderIndex {
+    std::filesystem::file_time_type stamp;
+    bool valid = false;
+    std::unordered_map<std::wstring, std::filesystem::path> entries;  // by folded name
+  };
+
   Faults& faults_;
   std::map<wchar_t, std::filesystem::path> drives_;
+  mutable std::map<std::filesystem::path, FolderIndex> indexes_;
 };
 
 }  // namespace corvina::sim
