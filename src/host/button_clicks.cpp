@@ -28,9 +28,12 @@ void CountUse(AddIn& addin, int index) {
   if (counter) *counter = std::to_wstring(ToLong(*counter) + 1);
 }
 
-// Buttons that work on the mail being written need an open mail window showing a mail.
-bool HasOpenMail(AddIn& addin) {
-  auto inspector = addin.oApplication ? addin.oApplication->ActiveInspector() : nullptr;
+// Buttons that work on the mail being written need an open mail window showing a mail: the
+// window whose bar was clicked, else the active one.
+bool HasOpenMail(AddIn& addin, outlook::Inspector* owner) {
+  std::shared_ptr<outlook::Inspector> active;
+  if (!owner && addin.oApplication) active = addin.oApplication->ActiveInspector();
+  outlook::Inspector* inspector = owner ? owner : active.get();
   auto item = inspector ? inspector->CurrentItem() : nullptr;
   if (item && item->Class() == outlook::olMail) return true;
   Tell(addin, kTextNotMailItem, vbOKOnly);
@@ -54,12 +57,13 @@ void ChangeLanguage(AddIn& addin, const std::wstring& choice) {
   SaveConfig(addin.config, store);
 }
 
-void Click(AddIn& addin, int index) {
+void Click(AddIn& addin, int index, outlook::Inspector* owner) {
   switch (index) {
     case 0:
-      if (HasOpenMail(addin)) NotInThisBuild(addin, L"The stationery picker");
+      if (HasOpenMail(addin, owner)) NotInThisBuild(addin, L"The stationery picker");
       return;
-    case 1: return SaveButtonClick(addin, SaveSource::kExplorer);
+    case 1:
+      return SaveButtonClick(addin, owner ? SaveSource::kInspector : SaveSource::kExplorer, owner);
     case 2: return NotInThisBuild(addin, L"The properties dialog");
     case 3: return NotInThisBuild(addin, L"The picture preview");
     case 4: return NotInThisBuild(addin, L"The distribution-list menu");
@@ -71,7 +75,7 @@ void Click(AddIn& addin, int index) {
     case 12: return NotInThisBuild(addin, L"Chat");
     case 13: return NotInThisBuild(addin, L"The attachment search");
     case 14:
-      if (HasOpenMail(addin)) NotInThisBuild(addin, L"The voice recorder");
+      if (HasOpenMail(addin, owner)) NotInThisBuild(addin, L"The voice recorder");
       return;
     default: return;
   }
@@ -80,13 +84,13 @@ void Click(AddIn& addin, int index) {
 }  // namespace
 
 void RouteControlEvent(AddIn& addin, const std::wstring& context, int index,
-                       const std::wstring& combo_text) {
+                       const std::wstring& combo_text, outlook::Inspector* owner) {
   if (index == kComboIndex) {
     Guard(addin.log, context, L"My_Button7_Change", [&] { ChangeLanguage(addin, combo_text); });
     return;
   }
   const std::wstring procedure = L"My_Button" + std::to_wstring(index) + L"_Click";
-  Guard(addin.log, context, procedure.c_str(), [&] { Click(addin, index); });
+  Guard(addin.log, context, procedure.c_str(), [&] { Click(addin, index, owner); });
 }
 
 void My_Menu1_Click(AddIn& addin, const std::wstring& context) {

@@ -31,6 +31,7 @@ void DesVireo::IDTExtensibility2_OnAddInsUpdate() noexcept {
 }
 
 void DesVireo::AddinInstance_OnDisconnection() noexcept {
+  inspector_bars_.Release();
   explorer_close_event_.Reset();
   explorer_deactivate_event_.Reset();
   new_mail_event_.Reset();
@@ -69,6 +70,7 @@ void DesVireo::oMainExplorer_Deactivate() noexcept {
 void DesVireo::ConnectApplicationEvents() {
   new_mail_event_ = addin_.oApplication->OnNewMail([this] { oApplication_NewMail(); });
   startup_event_ = addin_.oApplication->OnStartup([this] { oApplication_Startup(); });
+  inspector_bars_.Connect(*addin_.oApplication);
 }
 
 void DesVireo::ConnectExplorerEvents() {

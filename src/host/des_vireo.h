@@ -8,6 +8,7 @@
 
 #include "host/addin.h"
 #include "host/control_table.h"
+#include "host/inspector_bars.h"
 #include "platform/event_connection.h"
 #include "platform/outlook.h"
 
@@ -55,6 +56,7 @@ class DesVireo {
   void OnControlEvent(int index) noexcept;
 
   AddIn& addin() { return addin_; }
+  const InspectorBars& inspector_bars() const { return inspector_bars_; }
   const std::shared_ptr<outlook::Explorer>& main_explorer() const { return oMainExplorer; }
   const std::shared_ptr<outlook::CommandBarControl>& button(int index) const {
     return My_Button[static_cast<size_t>(index)];
@@ -69,6 +71,7 @@ class DesVireo {
   void ConnectExplorerEvents();
 
   AddIn addin_;
+  InspectorBars inspector_bars_{addin_, L"DesVireo"};
   std::shared_ptr<outlook::Explorer> oMainExplorer;
   std::shared_ptr<outlook::CommandBar> command_bar_;
   std::array<std::shared_ptr<outlook::CommandBarControl>, kControlCount> My_Button;

@@ -213,6 +213,17 @@ class Inspector {
   virtual ~Inspector() = default;
   virtual std::shared_ptr<outlook::Item> CurrentItem() = 0;
   virtual std::shared_ptr<outlook::CommandBars> CommandBars() = 0;
+  [[nodiscard]] virtual EventConnection OnClose(std::function<void()> handler) = 0;
+};
+
+// The open mail windows; NewInspector hands over each window Outlook opens.
+class Inspectors {
+ public:
+  virtual ~Inspectors() = default;
+  virtual int32_t Count() = 0;
+  virtual std::shared_ptr<Inspector> Item(int32_t index) = 0;
+  [[nodiscard]] virtual EventConnection OnNewInspector(
+      std::function<void(std::shared_ptr<Inspector>)> handler) = 0;
 };
 
 class Application {
@@ -221,6 +232,7 @@ class Application {
   virtual std::shared_ptr<outlook::Explorers> Explorers() = 0;
   virtual std::shared_ptr<Explorer> ActiveExplorer() = 0;    // Nothing without a main window
   virtual std::shared_ptr<Inspector> ActiveInspector() = 0;  // Nothing without a mail window
+  virtual std::shared_ptr<outlook::Inspectors> Inspectors() = 0;
   virtual std::shared_ptr<outlook::NameSpace> GetNamespace(const std::wstring& type) = 0;
   virtual std::shared_ptr<Item> CreateItem(int32_t kind) = 0;
   [[nodiscard]] virtual EventConnection OnNewMail(std::function<void()> handler) = 0;

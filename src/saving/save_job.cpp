@@ -168,7 +168,7 @@ void GetSelectedItemsInspector(AddIn& addin, outlook::Item& item) {
   });
 }
 
-void SaveButtonClick(AddIn& addin, SaveSource source) {
+void SaveButtonClick(AddIn& addin, SaveSource source, outlook::Inspector* owner) {
   ValidateDestFolders(addin);
   PopUpFolderMenu(addin);
   if (addin.SaveDestination.empty()) return;
@@ -176,7 +176,9 @@ void SaveButtonClick(AddIn& addin, SaveSource source) {
   form.Load();
   ToggleSaveFaceID(addin, true);
   if (source == SaveSource::kInspector) {
-    auto inspector = addin.oApplication ? addin.oApplication->ActiveInspector() : nullptr;
+    std::shared_ptr<outlook::Inspector> active;
+    if (!owner && addin.oApplication) active = addin.oApplication->ActiveInspector();
+    outlook::Inspector* inspector = owner ? owner : active.get();
     auto item = inspector ? inspector->CurrentItem() : nullptr;
     if (item) GetSelectedItemsInspector(addin, *item);
   } else {

@@ -8,8 +8,9 @@ namespace corvina {
 
 enum class SaveSource { kExplorer, kInspector };
 
-// The whole click: folder check, folder menu, the job behind frmSaving, the busy face.
-void SaveButtonClick(AddIn& addin, SaveSource source);
+// The whole click: folder check, folder menu, the job behind frmSaving, the busy face. A click
+// on a mail window's bar saves that window's mail (`owner`; the active window when null).
+void SaveButtonClick(AddIn& addin, SaveSource source, outlook::Inspector* owner = nullptr);
 
 // The jobs themselves, into the current save destination.
 void GetSelectedItems(AddIn& addin);

@@ -216,3 +216,36 @@ TEST_F(SaveJobTest, DiskSpaceCheckComparesDecimalMegabytes) {
 
 }  // namespace
 }  // namespace corvina
+
+namespace corvina {
+namespace {
+
+TEST(MailWindowSaveTest, EachMailWindowGetsItsBarAndSavesItsOwnMail) {
+  testing::SimWorld world;
+  auto addin = world.StartOutlook();
+  auto mail = sim::MakeMail(L"first", FromCivil({2026, 11, 1, 0, 0, 0}));
+  mail.attachments.push_back({L"first.pdf", 1, "1"});
+  auto other = sim::MakeMail(L"second", FromCivil({2026, 11, 1, 0, 0, 0}));
+  other.attachments.push_back({L"second.pdf", 1, "2"});
+  auto first_window = world.store.OpenInspector(world.store.AddToInbox(mail));
+  world.store.OpenInspector(world.store.AddToInbox(other));  // the active one now
+  world.store.OpenInspector(world.store.AddToInbox(sim::MakePost(L"post", FromCivil({2026, 11, 1, 0, 0, 0}))));
+  EXPECT_EQ(addin->inspector_bars().open_windows(), 2u);  // no bar on the post's window
+
+  auto bar = first_window->command_bars->Find(kInspectorBarName);
+  ASSERT_TRUE(bar);
+  ASSERT_EQ(bar->controls.size(), 3u);
+  world.ui.QueueFolderMenuChoice(0);
+  bar->FindControl(kTagSave)->Click();
+  const std::wstring folder = addin->addin().config.glbFolder[0];
+  EXPECT_TRUE(world.files.Get(folder + L"\\first.pdf"));
+  EXPECT_FALSE(world.files.Get(folder + L"\\second.pdf"));
+
+  world.store.CloseInspector(first_window);
+  EXPECT_EQ(addin->inspector_bars().open_windows(), 1u);
+  addin->IDTExtensibility2_OnDisconnection(ext_dm_HostShutdown);
+  EXPECT_EQ(world.store.new_inspector().connected_count(), 0u);
+}
+
+}  // namespace
+}  // namespace corvina

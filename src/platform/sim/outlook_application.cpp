@@ -45,6 +45,11 @@ std::shared_ptr<outlook::Explorer> SimApplication::ActiveExplorer() {
   return WrapExplorer(store_, store_.ActiveExplorer());
 }
 
+std::shared_ptr<outlook::Inspectors> SimApplication::Inspectors() {
+  store_.Enter("Application.Inspectors");
+  return WrapInspectors(store_);
+}
+
 std::shared_ptr<outlook::Inspector> SimApplication::ActiveInspector() {
   store_.Enter("Application.ActiveInspector");
   return WrapInspector(store_, store_.ActiveInspector());

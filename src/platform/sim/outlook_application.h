@@ -19,6 +19,7 @@ class SimApplication final : public outlook::Application {
   std::shared_ptr<outlook::Explorers> Explorers() override;
   std::shared_ptr<outlook::Explorer> ActiveExplorer() override;
   std::shared_ptr<outlook::Inspector> ActiveInspector() override;
+  std::shared_ptr<outlook::Inspectors> Inspectors() override;
   // Only "MAPI" (any case) is a namespace; anything else fails as in Outlook.
   std::shared_ptr<outlook::NameSpace> GetNamespace(const std::wstring& type) override;
   // Only mail items (olMailItem); the new item is stored in Drafts with the store's `now`.

@@ -23,6 +23,7 @@ std::shared_ptr<outlook::CommandBars> WrapCommandBars(SimStore& store,
 std::shared_ptr<outlook::Explorer> WrapExplorer(SimStore& store,
                                                 std::shared_ptr<SimExplorerData> explorer);
 std::shared_ptr<outlook::Explorers> WrapExplorers(SimStore& store);
+std::shared_ptr<outlook::Inspectors> WrapInspectors(SimStore& store);
 std::shared_ptr<outlook::Inspector> WrapInspector(SimStore& store,
                                                   std::shared_ptr<SimInspectorData> inspector);
 std::shared_ptr<outlook::NameSpace> WrapNameSpace(SimStore& store);

@@ -119,11 +119,20 @@ std::shared_ptr<SimInspectorData> SimStore::OpenInspector(SimItemPtr item) {
   auto inspector = std::make_shared<SimInspectorData>();
   inspector->item = std::move(item);
   inspectors_.push_back(inspector);
+  new_inspector_.Raise();
   return inspector;
 }
 
 void SimStore::CloseInspector(const std::shared_ptr<SimInspectorData>& inspector) {
-  std::erase(inspectors_, inspector);
+  auto keep = inspector;  // the caller's reference may be the list's own
+  auto remove = [&] { std::erase(inspectors_, keep); };
+  try {
+    keep->close.Raise();
+  } catch (...) {
+    remove();
+    throw;
+  }
+  remove();
 }
 
 std::shared_ptr<SimInspectorData> SimStore::ActiveInspector() const {

@@ -39,6 +39,7 @@ struct SimExplorerData {
 struct SimInspectorData {
   SimItemPtr item;
   std::shared_ptr<SimCommandBarsData> command_bars = SimCommandBarsData::InspectorDefaults();
+  SimEvent close;
 };
 
 class SimStore {
@@ -90,6 +91,8 @@ class SimStore {
 
   // --- application events and profile ---
   SimEvent& new_mail() { return new_mail_; }
+  // Raised by OpenInspector once the window is listed (it is the last of inspectors()).
+  SimEvent& new_inspector() { return new_inspector_; }
   SimEvent& startup() { return startup_; }
   uint64_t attachments_saved = 0;  // successful Attachment.SaveAsFile calls
   int32_t address_list_count = 1;                 // AddressLists.Count; 0 = no address book
@@ -108,6 +111,7 @@ class SimStore {
   std::vector<std::shared_ptr<SimExplorerData>> explorers_;
   std::vector<std::shared_ptr<SimInspectorData>> inspectors_;
   SimEvent new_mail_;
+  SimEvent new_inspector_;
   SimEvent startup_;
 };
 

@@ -92,10 +92,40 @@ class SimInspector final : public outlook::Inspector {
     store_.Enter("Inspector.CommandBars");
     return WrapCommandBars(store_, inspector_->command_bars);
   }
+  EventConnection OnClose(std::function<void()> handler) override {
+    store_.Enter("Inspector.OnClose");
+    return inspector_->close.Connect(std::move(handler));
+  }
 
  private:
   SimStore& store_;
   std::shared_ptr<SimInspectorData> inspector_;
+};
+
+class SimInspectors final : public outlook::Inspectors {
+ public:
+  explicit SimInspectors(SimStore& store) : store_(store) {}
+
+  int32_t Count() override {
+    store_.Enter("Inspectors.Count");
+    return static_cast<int32_t>(store_.inspectors().size());
+  }
+  std::shared_ptr<outlook::Inspector> Item(int32_t index) override {
+    store_.Enter("Inspectors.Item");
+    const auto& all = store_.inspectors();
+    if (index < 1 || static_cast<size_t>(index) > all.size()) throw BadIndexError();
+    return WrapInspector(store_, all[static_cast<size_t>(index - 1)]);
+  }
+  EventConnection OnNewInspector(std::function<void(std::shared_ptr<outlook::Inspector>)> handler) override {
+    store_.Enter("Inspectors.OnNewInspector");
+    SimStore& store = store_;
+    return store_.new_inspector().Connect([&store, handler = std::move(handler)] {
+      handler(WrapInspector(store, store.inspectors().back()));
+    });
+  }
+
+ private:
+  SimStore& store_;
 };
 
 }  // namespace
@@ -108,6 +138,10 @@ std::shared_ptr<outlook::Explorer> WrapExplorer(SimStore& store,
 
 std::shared_ptr<outlook::Explorers> WrapExplorers(SimStore& store) {
   return std::make_shared<SimExplorers>(store);
+}
+
+std::shared_ptr<outlook::Inspectors> WrapInspectors(SimStore& store) {
+  return std::make_shared<SimInspectors>(store);
 }
 
 std::shared_ptr<outlook::Inspector> WrapInspector(SimStore& store,
