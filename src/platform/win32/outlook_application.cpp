@@ -1,0 +1,150 @@
+// Application and its windows: Explorers, Explorer, Inspector.
+#include "platform/win32/outlook_application.h"
+
+#include "platform/win32/event_sink.h"
+#include "platform/win32/outlook_events.h"
+#include "platform/win32/outlook_objects.h"
+
+namespace corvina::win32 {
+
+namespace {
+
+class ComApplication final : public outlook::Application {
+ public:
+  explicit ComApplication(Dispatch d) : d_(std::move(d)) {}
+
+  std::shared_ptr<outlook::Explorers> Explorers() override {
+    return WrapExplorers(d_.Get<Dispatch>(L"Explorers"));
+  }
+  std::shared_ptr<outlook::Explorer> ActiveExplorer() override {
+    return WrapExplorer(d_.Call<Dispatch>(L"ActiveExplorer"));
+  }
+  std::shared_ptr<outlook::Inspector> ActiveInspector() override {
+    return WrapInspector(d_.Call<Dispatch>(L"ActiveInspector"));
+  }
+  std::shared_ptr<outlook::Inspectors> Inspectors() override {
+    return WrapInspectors(d_.Get<Dispatch>(L"Inspectors"));
+  }
+  std::shared_ptr<outlook::NameSpace> GetNamespace(const std::wstring& type) override {
+    return WrapNameSpace(d_.Call<Dispatch>(L"GetNamespace", type));
+  }
+  std::shared_ptr<outlook::Item> CreateItem(int32_t kind) override {
+    return WrapItem(d_.Call<Dispatch>(L"CreateItem", kind));
+  }
+  EventConnection OnNewMail(std::function<void()> handler) override {
+    return AdviseEvent(d_.get(), kApplicationEvents11, kDispIdNewMail, std::move(handler),
+                       L"Application.OnNewMail");
+  }
+  EventConnection OnStartup(std::function<void()> handler) override {
+    return AdviseEvent(d_.get(), kApplicationEvents11, kDispIdStartup, std::move(handler),
+                       L"Application.OnStartup");
+  }
+
+ private:
+  Dispatch d_;
+};
+
+class ComExplorers final : public outlook::Explorers {
+ public:
+  explicit ComExplorers(Dispatch d) : d_(std::move(d)) {}
+  int32_t Count() override { return d_.Get<int32_t>(L"Count"); }
+  std::shared_ptr<outlook::Explorer> Item(int32_t index) override {
+    return WrapExplorer(d_.Call<Dispatch>(L"Item", index));
+  }
+
+ private:
+  Dispatch d_;
+};
+
+class ComExplorer final : public outlook::Explorer {
+ public:
+  explicit ComExplorer(Dispatch d) : d_(std::move(d)) {}
+  std::shared_ptr<outlook::Selection> Selection() override {
+    return WrapSelection(d_.Get<Dispatch>(L"Selection"));
+  }
+  std::shared_ptr<outlook::CommandBars> CommandBars() override {
+    return WrapCommandBars(d_.Get<Dispatch>(L"CommandBars"));
+  }
+  void Activate() override { d_.Call(L"Activate"); }
+  EventConnection OnClose(std::function<void()> handler) override {
+    return AdviseEvent(d_.get(), kExplorerEvents10, kDispIdExplorerClose, std::move(handler),
+                       L"Explorer.OnClose");
+  }
+  EventConnection OnDeactivate(std::function<void()> handler) override {
+    return AdviseEvent(d_.get(), kExplorerEvents10, kDispIdExplorerDeactivate, std::move(handler),
+                       L"Explorer.OnDeactivate");
+  }
+
+ private:
+  Dispatch d_;
+};
+
+class ComInspector final : public outlook::Inspector {
+ public:
+  explicit ComInspector(Dispatch d) : d_(std::move(d)) {}
+  std::shared_ptr<outlook::Item> CurrentItem() override {
+    return WrapItem(d_.Get<Dispatch>(L"CurrentItem"));
+  }
+  std::shared_ptr<outlook::CommandBars> CommandBars() override {
+    return WrapCommandBars(d_.Get<Dispatch>(L"CommandBars"));
+  }
+  EventConnection OnClose(std::function<void()> handler) override {
+    return AdviseEvent(d_.get(), kInspectorEvents10, kDispIdInspectorClose, std::move(handler),
+                       L"Inspector.OnClose");
+  }
+
+ private:
+  Dispatch d_;
+};
+
+class ComInspectors final : public outlook::Inspectors {
+ public:
+  explicit ComInspectors(Dispatch d) : d_(std::move(d)) {}
+  int32_t Count() override { return d_.Get<int32_t>(L"Count"); }
+  std::shared_ptr<outlook::Inspector> Item(int32_t index) override {
+    return WrapInspector(d_.Call<Dispatch>(L"Item", index));
+  }
+  EventConnection OnNewInspector(
+      std::function<void(std::shared_ptr<outlook::Inspector>)> handler) override {
+    auto ids = d_.ids();
+    return AdviseEventWithArguments(
+        d_.get(), kInspectorsEvents, kDispIdNewInspector,
+        [ids, handler = std::move(handler)](const DISPPARAMS& params) {
+          // NewInspector(Inspector): the one argument is the new window.
+          if (params.cArgs < 1) return;
+          const VARIANT& arg = params.rgvarg[params.cArgs - 1];
+          IDispatch* window = arg.vt == VT_DISPATCH ? arg.pdispVal
+                              : arg.vt == (VT_DISPATCH | VT_BYREF) && arg.ppdispVal ? *arg.ppdispVal
+                                                                                   : nullptr;
+          if (!window) return;
+          handler(WrapInspector(Dispatch(Microsoft::WRL::ComPtr<IDispatch>(window), ids)));
+        },
+        L"Inspectors.OnNewInspector");
+  }
+
+ private:
+  Dispatch d_;
+};
+
+}  // namespace
+
+std::shared_ptr<outlook::Application> WrapApplication(IDispatch* application) {
+  if (!application) return nullptr;
+  return std::make_shared<ComApplication>(Dispatch(application, std::make_shared<DispatchIdCache>(),
+                                                   L"Application"));
+}
+
+std::shared_ptr<outlook::Explorers> WrapExplorers(Dispatch object) {
+  return MakeWrapper<ComExplorers>(std::move(object), L"Explorers");
+}
+std::shared_ptr<outlook::Explorer> WrapExplorer(Dispatch object) {
+  return MakeWrapper<ComExplorer>(std::move(object), L"Explorer");
+}
+std::shared_ptr<outlook::Inspectors> WrapInspectors(Dispatch object) {
+  return MakeWrapper<ComInspectors>(std::move(object), L"Inspectors");
+}
+std::shared_ptr<outlook::Inspector> WrapInspector(Dispatch object) {
+  return MakeWrapper<ComInspector>(std::move(object), L"Inspector");
+}
+
+}  // namespace corvina::win32

@@ -1,0 +1,113 @@
+#include "platform/win32/win32_user_interface.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "platform/win32/msg_box_window.h"
+#include "platform/win32/folder_dialogs.h"
+#include "platform/win32/progress_window.h"
+#include "platform/win32/saving_window.h"
+#include "platform/win32/windows_api.h"
+
+namespace corvina::win32 {
+namespace {
+
+constexpr wchar_t kProgressForm[] = L"frmInit";
+constexpr wchar_t kSavingForm[] = L"frmSaving";
+
+std::wstring Environment(const wchar_t* name) {
+  wchar_t buffer[1024];
+  const DWORD n = GetEnvironmentVariableW(name, buffer, 1024);
+  return n > 0 && n < 1024 ? std::wstring(buffer, n) : std::wstring();
+}
+
+// Boxes belong to the window the user is working in (Outlook's, inside Outlook).
+HWND Owner() { return GetActiveWindow(); }
+
+}  // namespace
+
+Win32UserInterface::Win32UserInterface() : auto_answer_(AutoAnswerFromEnvironment()) {}
+Win32UserInterface::~Win32UserInterface() = default;
+
+int32_t Win32UserInterface::MsgBox(const std::wstring& prompt, int32_t style,
+                                   const std::wstring& title) {
+  if (auto_answer_) return AutoMsgBoxResult(*auto_answer_, style);
+  // The classic style bits and results are those of MessageBox itself.
+  const int result = MessageBoxW(Owner(), prompt.c_str(), title.c_str(),
+                                 static_cast<UINT>(style) | MB_SETFOREGROUND);
+  return result == 0 ? vbCancel : result;  // no box could be shown: as if closed
+}
+
+MsgBoxAnswer Win32UserInterface::ShowMsgBox(const MsgBoxView& view) {
+  if (auto_answer_) return AutoShowMsgBoxAnswer(*auto_answer_, view);
+  return RunMsgBoxWindow(view, Owner());
+}
+
+void Win32UserInterface::LoadForm(const std::wstring& name) {
+  // Loading a loaded form does nothing, as in the classic runtime.
+  for (const std::wstring& loaded : loaded_)
+    if (EqualsIgnoreCase(loaded, name)) return;
+  if (EqualsIgnoreCase(name, kProgressForm)) progress_ = std::make_unique<ProgressWindow>(progress_text_);
+  loaded_.push_back(name);
+}
+
+void Win32UserInterface::UnloadForm(const std::wstring& name) {
+  auto gone = std::remove_if(loaded_.begin(), loaded_.end(),
+                             [&](const std::wstring& f) { return EqualsIgnoreCase(f, name); });
+  if (gone == loaded_.end()) return;
+  loaded_.erase(gone, loaded_.end());
+  if (EqualsIgnoreCase(name, kProgressForm)) {
+    progress_.reset();
+    progress_text_.clear();  // a form loaded again starts with its design-time label
+  }
+  if (EqualsIgnoreCase(name, kSavingForm)) saving_.reset();
+}
+
+std::vector<std::wstring> Win32UserInterface::LoadedForms() { return loaded_; }
+
+void Win32UserInterface::SetProgressText(const std::wstring& text) {
+  progress_text_ = text;
+  if (progress_) progress_->SetText(text);
+}
+
+void Win32UserInterface::DoEvents() {
+  MSG msg;
+  while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
+    if (msg.message == WM_QUIT) {
+      // The host's loop must still see it.
+      PostQuitMessage(static_cast<int>(msg.wParam));
+      return;
+    }
+    TranslateMessage(&msg);
+    DispatchMessageW(&msg);
+  }
+}
+
+void Win32UserInterface::ShowSavingForm(const SavingFormView& view,
+                                        const SavingFormEvents& events) {
+  bool loaded = false;
+  for (const std::wstring& f : loaded_) loaded |= EqualsIgnoreCase(f, kSavingForm);
+  if (!loaded) return;
+  if (!saving_) saving_ = std::make_unique<SavingWindow>(view);
+  saving_->Show(view, events);
+}
+
+int32_t Win32UserInterface::ShowFolderMenu(const std::vector<std::wstring>& folders) {
+  if (auto_answer_) {
+    const std::wstring choice = Environment(L"CORVINA_AUTOFOLDER");
+    if (EqualsIgnoreCase(choice, L"browse")) return kFolderMenuBrowse;
+    if (choice.empty() || choice.find_first_not_of(L"0123456789") != std::wstring::npos)
+      return kFolderMenuNone;
+    const int32_t index = static_cast<int32_t>(std::stol(choice));
+    return static_cast<size_t>(index) < folders.size() ? index : kFolderMenuNone;
+  }
+  return RunFolderMenu(folders);
+}
+
+std::wstring Win32UserInterface::BrowseForFolder(const std::wstring& title, uint32_t flags,
+                                                 const std::wstring& start_folder) {
+  if (auto_answer_) return Environment(L"CORVINA_AUTOBROWSE");
+  return RunFolderBrowser(title, flags, start_folder);
+}
+
+}  // namespace corvina::win32

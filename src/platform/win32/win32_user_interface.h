@@ -1,0 +1,47 @@
+#pragma once
+// The UserInterface drawn with Win32 windows. The rules of each window (which buttons, which
+// captions) come from the core; this only draws them and reports what the user did.
+// CORVINA_AUTOANSWER (see auto_answer.h) makes every box answer at once without a window.
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/user_interface.h"
+#include "platform/win32/auto_answer.h"
+
+namespace corvina::win32 {
+
+class ProgressWindow;
+class SavingWindow;
+
+class Win32UserInterface : public UserInterface {
+ public:
+  Win32UserInterface();
+  ~Win32UserInterface() override;
+
+  int32_t MsgBox(const std::wstring& prompt, int32_t style, const std::wstring& title) override;
+  MsgBoxAnswer ShowMsgBox(const MsgBoxView& view) override;
+  // "frmInit" gets its window; the other forms are only listed for now.
+  void LoadForm(const std::wstring& name) override;
+  void UnloadForm(const std::wstring& name) override;
+  std::vector<std::wstring> LoadedForms() override;
+  void SetProgressText(const std::wstring& text) override;
+  void DoEvents() override;
+  // "frmSaving" must be loaded; its window comes with the first view.
+  void ShowSavingForm(const SavingFormView& view, const SavingFormEvents& events) override;
+  // Under CORVINA_AUTOANSWER the menu answers CORVINA_AUTOFOLDER (an index, "browse", or
+  // nothing: dismissed) and the browser CORVINA_AUTOBROWSE (a folder, or nothing: cancel).
+  int32_t ShowFolderMenu(const std::vector<std::wstring>& folders) override;
+  std::wstring BrowseForFolder(const std::wstring& title, uint32_t flags,
+                               const std::wstring& start_folder) override;
+
+ private:
+  std::optional<AutoAnswer> auto_answer_;
+  std::vector<std::wstring> loaded_;
+  std::wstring progress_text_;
+  std::unique_ptr<ProgressWindow> progress_;
+  std::unique_ptr<SavingWindow> saving_;
+};
+
+}  // namespace corvina::win32

@@ -1,0 +1,32 @@
+#include "platform/win32/window_class.h"
+
+#include "platform/win32/this_module.h"
+
+namespace corvina::win32 {
+
+ScopedWindowClass::ScopedWindowClass(const wchar_t* name, WNDPROC procedure) noexcept
+    : name_(name) {
+  WNDCLASSEXW wc{};
+  wc.cbSize = sizeof wc;
+  wc.lpfnWndProc = procedure;
+  wc.hInstance = ThisModule();
+  wc.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+  wc.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
+  wc.lpszClassName = name;
+  // Already registered means a window of this class is open (a box over a box): it is used.
+  RegisterClassExW(&wc);
+}
+
+ScopedWindowClass::~ScopedWindowClass() {
+  // Fails, harmlessly, while another window of the class is still open.
+  UnregisterClassW(name_, ThisModule());
+}
+
+HFONT CreateMessageFont() noexcept {
+  NONCLIENTMETRICSW metrics{};
+  metrics.cbSize = sizeof metrics;
+  if (!SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0)) return nullptr;
+  return CreateFontIndirectW(&metrics.lfMessageFont);
+}
+
+}  // namespace corvina::win32

@@ -1,0 +1,218 @@
+// Vireo.dll driven as Windows, regsvr32 and Outlook drive it: loaded by path, registered
+// machine-wide and per user, created by ProgID, connected through both halves of its dual
+// interface, and unregistered without a trace.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "corvina/version.h"
+#include "platform/win32/windows_api.h"
+
+// IDTExtensibility2 as Outlook sees it: its own declaration, not the add-in's header. Outside
+// the anonymous namespace on purpose: an interface of internal linkage that nothing in this
+// file implements lets the optimiser treat calls through it as unreachable.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+struct HostExtensibility : IDispatch {
+  virtual HRESULT STDMETHODCALLTYPE OnConnection(IDispatch*, long, IDispatch*, SAFEARRAY**) = 0;
+  virtual HRESULT STDMETHODCALLTYPE OnDisconnection(long, SAFEARRAY**) = 0;
+  virtual HRESULT STDMETHODCALLTYPE OnAddInsUpdate(SAFEARRAY**) = 0;
+  virtual HRESULT STDMETHODCALLTYPE OnStartupComplete(SAFEARRAY**) = 0;
+  virtual HRESULT STDMETHODCALLTYPE OnBeginShutdown(SAFEARRAY**) = 0;
+};
+#pragma GCC diagnostic pop
+
+namespace {
+
+constexpr IID kIidExtensibility = {
+    0xB65AD801, 0xABAF, 0x11D0, {0xBB, 0x8B, 0x00, 0xA0, 0xC9, 0x0F, 0x27, 0x44}};
+constexpr wchar_t kClsid[] = L"{5E4A9087-DBFC-407A-B2A1-E069B019A6E5}";
+constexpr wchar_t kProgId[] = L"Vireo.DesVireo";
+const std::wstring kAddinKey = L"Software\\Microsoft\\Office\\Outlook\\Addins\\Vireo.DesVireo";
+const std::wstring kClassKey = std::wstring(L"Software\\Classes\\CLSID\\") + kClsid;
+const std::wstring kProgIdKey = std::wstring(L"Software\\Classes\\") + kProgId;
+
+using Entry = HRESULT(STDAPICALLTYPE*)();
+using InstallEntry = HRESULT(STDAPICALLTYPE*)(BOOL, LPCWSTR);
+
+std::wstring ReadText(HKEY hive, const std::wstring& key, const wchar_t* name) {
+  wchar_t buffer[1024];
+  DWORD bytes = sizeof buffer;
+  if (RegGetValueW(hive, key.c_str(), name, RRF_RT_REG_SZ, nullptr, buffer, &bytes) != ERROR_SUCCESS)
+    return L"<missing>";
+  return buffer;
+}
+
+DWORD ReadNumber(HKEY hive, const std::wstring& key, const wchar_t* name) {
+  DWORD value = 0, bytes = sizeof value;
+  if (RegGetValueW(hive, key.c_str(), name, RRF_RT_REG_DWORD, nullptr, &value, &bytes) != ERROR_SUCCESS)
+    return 0xFFFFFFFF;
+  return value;
+}
+
+// A VARIANT of a type without resources (numbers, errors, null objects).
+VARIANT Variant(VARTYPE type, LONG value) {
+  VARIANT v;
+  VariantInit(&v);
+  V_VT(&v) = type;
+  if (type == VT_I2) V_I2(&v) = static_cast<SHORT>(value);
+  else if (type == VT_I4) V_I4(&v) = value;
+  else if (type == VT_ERROR) V_ERROR(&v) = value;
+  else V_DISPATCH(&v) = nullptr;
+  return v;
+}
+
+bool KeyExists(HKEY hive, const std::wstring& key) {
+  HKEY k = nullptr;
+  if (RegOpenKeyExW(hive, key.c_str(), 0, KEY_READ, &k) != ERROR_SUCCESS) return false;
+  RegCloseKey(k);
+  return true;
+}
+
+class VireoDllTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    wchar_t exe[MAX_PATH];
+    GetModuleFileNameW(nullptr, exe, MAX_PATH);
+    dll_path = exe;
+    dll_path = dll_path.substr(0, dll_path.rfind(L'\\')) + L"\\Vireo.dll";
+    dll = LoadLibraryW(dll_path.c_str());
+    ASSERT_NE(dll, nullptr) << "cannot load Vireo.dll beside the test";
+    ASSERT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK);
+    // The Wine prefix outlives a test run: start from nothing registered.
+    Export<Entry>("DllUnregisterServer")();
+    Export<InstallEntry>("DllInstall")(FALSE, L"user");
+  }
+  void TearDown() override {
+    CoUninitialize();
+    if (dll) FreeLibrary(dll);
+  }
+  template <class F>
+  F Export(const char* name) {
+    return reinterpret_cast<F>(reinterpret_cast<void*>(GetProcAddress(dll, name)));
+  }
+  // Every entry registration writes, checked under one hive.
+  void ExpectRegistered(HKEY hive) {
+    EXPECT_EQ(ReadText(hive, kClassKey, nullptr), L"Corvina");
+    EXPECT_EQ(ReadText(hive, kClassKey + L"\\InprocServer32", nullptr), dll_path);
+    EXPECT_EQ(ReadText(hive, kClassKey + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
+    EXPECT_EQ(ReadText(hive, kClassKey + L"\\ProgID", nullptr), kProgId);
+    EXPECT_EQ(ReadText(hive, kProgIdKey + L"\\CLSID", nullptr), kClsid);
+    EXPECT_EQ(ReadText(hive, kAddinKey, L"FriendlyName"), L"Corvina");
+    EXPECT_NE(ReadText(hive, kAddinKey, L"Description"), L"<missing>");
+    EXPECT_EQ(ReadNumber(hive, kAddinKey, L"LoadBehavior"), 3u);
+    EXPECT_EQ(ReadNumber(hive, kAddinKey, L"RequireShutdownNotification"), 1u);
+  }
+  void ExpectUnregistered(HKEY hive) {
+    for (const std::wstring& key : {kClassKey, kProgIdKey, kAddinKey})
+      EXPECT_FALSE(KeyExists(hive, key)) << std::string(key.begin(), key.end());
+  }
+
+  std::wstring dll_path;
+  HMODULE dll = nullptr;
+};
+
+TEST_F(VireoDllTest, RegisteredMachineWideItIsCreatedByProgIdAndConnects) {
+  ASSERT_EQ(Export<Entry>("DllRegisterServer")(), S_OK);
+  ExpectRegistered(HKEY_LOCAL_MACHINE);
+
+  CLSID clsid;
+  ASSERT_EQ(CLSIDFromProgID(kProgId, &clsid), S_OK);
+  wchar_t text[64];
+  StringFromGUID2(clsid, text, 64);
+  EXPECT_STREQ(text, kClsid);
+  {
+    Microsoft::WRL::ComPtr<IUnknown> object;
+    ASSERT_EQ(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown,
+                               reinterpret_cast<void**>(object.GetAddressOf())),
+              S_OK);
+    EXPECT_EQ(Export<Entry>("DllCanUnloadNow")(), S_FALSE);
+    Microsoft::WRL::ComPtr<HostExtensibility> addin;
+    ASSERT_EQ(object->QueryInterface(kIidExtensibility, reinterpret_cast<void**>(addin.GetAddressOf())), S_OK);
+    // No Outlook: the add-in sees itself loaded indirectly and does nothing.
+    EXPECT_EQ(addin->OnConnection(nullptr, 1, nullptr, nullptr), S_OK);
+    EXPECT_EQ(addin->OnStartupComplete(nullptr), S_OK);
+    EXPECT_EQ(addin->OnAddInsUpdate(nullptr), S_OK);
+    EXPECT_EQ(addin->OnBeginShutdown(nullptr), S_OK);
+    EXPECT_EQ(addin->OnDisconnection(0, nullptr), S_OK);
+
+    // The same through IDispatch, arguments last first, as a late-binding host calls them.
+    Microsoft::WRL::ComPtr<IDispatch> dispatch;
+    ASSERT_EQ(object.As(&dispatch), S_OK);
+    UINT type_infos = 9;
+    EXPECT_EQ(dispatch->GetTypeInfoCount(&type_infos), S_OK);
+    EXPECT_EQ(type_infos, 0u);
+    const wchar_t* names[] = {L"OnConnection", L"ondisconnection", L"OnAddInsUpdate",
+                              L"OnStartupComplete", L"OnBeginShutdown", L"Nonsense"};
+    const DISPID expected[] = {1, 2, 3, 4, 5, DISPID_UNKNOWN};
+    for (size_t i = 0; i < std::size(names); ++i) {
+      DISPID id = 0;
+      LPOLESTR name = const_cast<LPOLESTR>(names[i]);
+      EXPECT_EQ(dispatch->GetIDsOfNames(IID_NULL, &name, 1, 0, &id),
+                expected[i] == DISPID_UNKNOWN ? DISP_E_UNKNOWNNAME : S_OK);
+      EXPECT_EQ(id, expected[i]);
+    }
+    const VARIANT missing = Variant(VT_ERROR, DISP_E_PARAMNOTFOUND);  // custom: left out
+    const VARIANT nothing = Variant(VT_DISPATCH, 0);  // no Application, no AddInInst
+    struct Call {
+      DISPID id;
+      std::vector<VARIANT> args;  // first parameter first
+      HRESULT result;
+    } calls[] = {
+        {1, {nothing, Variant(VT_I2, 0), nothing, missing}, S_OK},
+        {1, {nothing, nothing, nothing, missing}, DISP_E_TYPEMISMATCH},
+        {4, {missing}, S_OK},
+        {3, {}, S_OK},
+        {5, {missing}, S_OK},
+        {2, {Variant(VT_I4, 1), missing}, S_OK},
+        {2, {Variant(VT_I4, 1), missing, missing}, DISP_E_BADPARAMCOUNT},
+        {6, {}, DISP_E_MEMBERNOTFOUND},
+    };
+    for (Call& c : calls) {
+      std::vector<VARIANT> reversed(c.args.rbegin(), c.args.rend());
+      DISPPARAMS params{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
+      EXPECT_EQ(dispatch->Invoke(c.id, IID_NULL, 0, DISPATCH_METHOD, &params, nullptr, nullptr,
+                                 nullptr),
+                c.result)
+          << "DISPID " << c.id << " with " << c.args.size() << " arguments";
+    }
+  }
+  EXPECT_EQ(Export<Entry>("DllCanUnloadNow")(), S_OK);
+
+  ASSERT_EQ(Export<Entry>("DllUnregisterServer")(), S_OK);
+  ExpectUnregistered(HKEY_LOCAL_MACHINE);
+}
+
+TEST_F(VireoDllTest, PerUserInstallWritesAndRemovesTheSameEntriesUnderTheUser) {
+  auto install = Export<InstallEntry>("DllInstall");
+  ASSERT_EQ(install(TRUE, L"user"), S_OK);
+  ExpectRegistered(HKEY_CURRENT_USER);
+  EXPECT_FALSE(KeyExists(HKEY_LOCAL_MACHINE, kAddinKey));
+  ASSERT_EQ(install(FALSE, L"User"), S_OK);
+  ExpectUnregistered(HKEY_CURRENT_USER);
+  EXPECT_EQ(install(FALSE, L"user"), S_OK);  // nothing left to remove is no failure
+  EXPECT_EQ(install(TRUE, L"everyone"), E_INVALIDARG);
+  ExpectUnregistered(HKEY_CURRENT_USER);
+}
+
+TEST_F(VireoDllTest, ResourcesHoldTheNamedIconsAndTheProjectVersion) {
+  for (const wchar_t* name : {L"a0.ico", L"A5.ICO", L"a9.ico", L"ATTACH.ICO", L"attach.ico"}) {
+    HICON icon = static_cast<HICON>(LoadImageW(dll, name, IMAGE_ICON, 16, 16, 0));
+    EXPECT_NE(icon, nullptr) << std::string(name, name + wcslen(name));
+    if (icon) DestroyIcon(icon);
+  }
+  EXPECT_EQ(FindResourceW(dll, L"A10.ICO", MAKEINTRESOURCEW(3)), nullptr);
+
+  std::vector<BYTE> info(GetFileVersionInfoSizeW(dll_path.c_str(), nullptr));
+  ASSERT_FALSE(info.empty());
+  ASSERT_TRUE(GetFileVersionInfoW(dll_path.c_str(), 0, static_cast<DWORD>(info.size()), info.data()));
+  VS_FIXEDFILEINFO* fixed = nullptr;
+  UINT size = 0;
+  ASSERT_TRUE(VerQueryValueW(info.data(), L"\\", reinterpret_cast<void**>(&fixed), &size));
+  EXPECT_EQ(HIWORD(fixed->dwFileVersionMS), corvina::kVersionMajor);
+  EXPECT_EQ(LOWORD(fixed->dwFileVersionMS), corvina::kVersionMinor);
+  EXPECT_EQ(HIWORD(fixed->dwFileVersionLS), corvina::kVersionRevision);
+}
+
+}  // namespace

@@ -1,0 +1,336 @@
+// Vireo.dll as Outlook runs it, against the stand-in: registered, created by its ProgID,
+// connected through IDTExtensibility2 (vtable and IDispatch), fed events through its sinks,
+// and checked by what it leaves in the stand-in, the registry and its folder.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+
+#include "base/text.h"
+#include "corvina/version.h"
+#include "host/control_table.h"
+#include "platform/win32/win32_file_system.h"
+#include "standin.h"
+#include "standin_host.h"
+
+namespace corvina::standin {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+constexpr wchar_t kClassKey[] = L"CLSID\\{5E4A9087-DBFC-407A-B2A1-E069B019A6E5}";
+constexpr wchar_t kAddinKey[] = L"Software\\Microsoft\\Office\\Outlook\\Addins\\Vireo.DesVireo";
+
+// The run leaves no registration and no settings behind (the add-in's folder keeps the last
+// test's files, for a person to look at).
+class Cleanup : public ::testing::Environment {
+ public:
+  void TearDown() override {
+    if (SuiteAddin().loaded()) SuiteAddin().Unregister();
+    DeleteSettings();
+  }
+};
+const auto* const kCleanup = ::testing::AddGlobalTestEnvironment(new Cleanup);
+
+// Outlook with its mailbox as the test builds it, fresh for every start of Outlook. Its
+// attachments are saved to the real disk, where the add-in looks for them.
+struct World {
+  sim::Faults faults;
+  win32::Win32FileSystem files;
+  sim::SimStore store{faults, files};
+  StandIn standin{store};
+};
+
+class VireoTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(dll.loaded()) << "no Vireo.dll in the suite's add-in folder";
+    ASSERT_EQ(dll.Register(), S_OK);
+    Fresh();
+  }
+  void TearDown() override {
+    addin.reset();
+    application.Reset();
+  }
+
+  // A clean machine: no settings, nothing beside the DLL, a new Outlook.
+  void Fresh() {
+    addin.reset();
+    application.Reset();
+    DeleteSettings();
+    EmptyFolder(dll.folder(), L"Vireo.dll");
+    world = std::make_unique<World>();
+    world->faults.set_record(true);
+  }
+
+  // Outlook starting with the add-in: creation, connection at start-up, start-up complete.
+  void Start(CallStyle style = CallStyle::kVtable) {
+    addin = std::make_unique<Addin>(style);
+    ASSERT_EQ(addin->created(), S_OK);
+    application = world->standin.Application();
+    EXPECT_EQ(addin->OnConnection(application.Get(), 1), S_OK);
+    EXPECT_EQ(addin->OnStartupComplete(), S_OK);
+  }
+  // Outlook closing (mode 0) or the user removing the add-in (mode 1); Outlook lets go last.
+  void Stop(long mode) {
+    if (mode == 0) {
+      EXPECT_EQ(addin->OnBeginShutdown(), S_OK);
+    }
+    EXPECT_EQ(addin->OnDisconnection(mode), S_OK);
+    addin->Release();
+    application.Reset();
+  }
+
+  std::vector<std::wstring> Log() const { return ReadLines(dll.folder() + L"\\Vireo.log"); }
+  std::vector<std::wstring> ErrorLines() const {
+    std::vector<std::wstring> errors;
+    for (const auto& line : Log())
+      if (ContainsText(line, L"Error Source=")) errors.push_back(line);
+    return errors;
+  }
+  bool Logged(std::wstring_view text) const {
+    const auto log = Log();
+    return std::any_of(log.begin(), log.end(), [&](const auto& l) { return ContainsText(l, text); });
+  }
+  static std::wstring Setting(const wchar_t* key) {
+    return ReadSetting(L"Configuration", key).value_or(L"<missing>");
+  }
+  std::shared_ptr<sim::SimCommandBarData> Bar() const {
+    auto explorer = world->store.ActiveExplorer();
+    return explorer ? explorer->command_bars->Find(kBarName) : nullptr;
+  }
+  bool Exists(const std::wstring& name) const {
+    return GetFileAttributesW((dll.folder() + L"\\" + name).c_str()) != INVALID_FILE_ATTRIBUTES;
+  }
+  const Counters& counters() const { return world->standin.counters(); }
+
+  AddinDll& dll = SuiteAddin();
+  std::unique_ptr<World> world;
+  std::unique_ptr<Addin> addin;
+  ComPtr<IDispatch> application;
+};
+
+TEST_F(VireoTest, WithoutAMainWindowTheAddInLeavesNoTrace) {
+  world->store.CloseExplorer(world->store.ActiveExplorer());
+  Start(CallStyle::kDispatch);
+  Stop(0);
+  // Counting the windows is all it did.
+  EXPECT_EQ(world->faults.recorded(),
+            (std::vector<std::string>{"Outlook.Application.Explorers", "Outlook.Explorers.Count"}));
+  EXPECT_FALSE(KeyExists(HKEY_CURRENT_USER, kSettingsKey));
+  EXPECT_FALSE(Exists(L"Vireo.log"));
+  EXPECT_FALSE(Exists(L"Temp"));
+  EXPECT_EQ(counters().advises, 0u);
+}
+
+class FirstStartTest : public VireoTest, public ::testing::WithParamInterface<CallStyle> {};
+
+TEST_P(FirstStartTest, BuildsTheToolbarThenSavesTheSettingsAtShutdown) {
+  Start(GetParam());
+  auto bar = Bar();
+  ASSERT_TRUE(bar);
+  EXPECT_TRUE(bar->visible);
+  const struct {
+    const wchar_t* tag;
+    int32_t face;
+    bool visible;
+  } expected[] = {
+      {kTagCoolMail, 59, true},    {kTagSave, kSaveFace, true},  {kTagConfiguration, 222, true},
+      {kTagPreview, 1362, true},   {kTagSmartSender, kSmartSenderFace, false},
+      {kTagHebrew, 3540, true},    {kTagVirusAlert, 719, true},  {kTagAbout, 49, true},
+      {kTagChat, 3735, false},     {kTagSearch, 1744, false},    {kTagVoiceMail, 27, false}};
+  ASSERT_EQ(bar->controls.size(), std::size(expected));
+  for (size_t i = 0; i < std::size(expected); ++i) {
+    const auto& c = *bar->controls[i];
+    const std::string tag = ToUtf8(expected[i].tag);
+    EXPECT_EQ(c.tag, expected[i].tag) << i;
+    EXPECT_EQ(c.face_id, expected[i].face) << tag;
+    EXPECT_EQ(c.visible, expected[i].visible) << tag;
+    EXPECT_EQ(c.style, outlook::msoButtonIconAndCaption) << tag;
+    EXPECT_FALSE(c.temporary) << tag;
+  }
+  // Every button is hooked, besides two events of the application, two of the main window and
+  // the mail windows' NewInspector.
+  EXPECT_EQ(counters().connected(), bar->controls.size() + 5);
+  EXPECT_TRUE(Logged(L"Corvina was initialized successfully at "));
+  // A first start has one error, the combo box it looks for and never created.
+  const auto errors = ErrorLines();
+  ASSERT_EQ(errors.size(), 1u) << ToUtf8(errors.back());
+  EXPECT_TRUE(ContainsText(errors[0], L"Error Source=DesVireoCreateAddInComboBox\\Vireo;"));
+  EXPECT_EQ(Setting(L"glbFoldersMax"), L"<missing>");  // the settings wait for shutdown
+
+  Stop(0);
+  const std::wstring folder = dll.folder();
+  const std::pair<const wchar_t*, std::wstring> settings[] = {
+      {L"IsFirstTime", L"1"},
+      {L"glbFoldersMax", L"2"},
+      {L"glbFolder0", folder + L"\\My Favorites"},
+      {L"TempFolder", folder + L"\\Temp"},
+      {L"IsdAddressBookAvailable", L"1"},
+      {L"VersionMajor", std::to_wstring(kVersionMajor)},
+      {L"VersionMinor", std::to_wstring(kVersionMinor)},
+      {L"VersionRevision", std::to_wstring(kVersionRevision)},
+  };
+  for (const auto& [key, value] : settings) EXPECT_EQ(Setting(key), value) << ToUtf8(key);
+  for (const wchar_t* made : {L"Temp", L"My Favorites", L"My Stuff", L"My Junk", L"Chat\\Images"})
+    EXPECT_TRUE(Exists(made)) << ToUtf8(made);
+  EXPECT_TRUE(Bar());  // Outlook closing keeps the toolbar
+  EXPECT_EQ(counters().connected(), 0u);
+}
+
+INSTANTIATE_TEST_SUITE_P(ThroughVtableAndDispatch, FirstStartTest,
+                         ::testing::Values(CallStyle::kVtable, CallStyle::kDispatch),
+                         [](const ::testing::TestParamInfo<CallStyle>& style) {
+                           return style.param == CallStyle::kVtable ? "Vtable" : "Dispatch";
+                         });
+
+TEST_F(VireoTest, AboutClicksAreCountedAndSavedAtShutdown) {
+  Start();
+  ASSERT_TRUE(Bar());
+  const auto about = Bar()->FindControl(kTagAbout);
+  ASSERT_TRUE(about);
+  const uint64_t raised = counters().events_raised;
+  about->Click();  // the box answers itself (CORVINA_AUTOANSWER)
+  about->Click();
+  EXPECT_EQ(counters().events_raised, raised + 2);
+  EXPECT_EQ(counters().events_failed, 0u);
+  Stop(0);
+  EXPECT_EQ(Setting(L"Statistic9"), L"2");
+  EXPECT_EQ(ErrorLines().size(), 1u);  // the first start's combo box only
+}
+
+TEST_F(VireoTest, AMailWindowGetsItsOwnBarUntilItCloses) {
+  Start();
+  auto mail = world->store.AddToInbox(sim::MakeMail(L"m", FromCivil({2024, 1, 2, 9, 0, 0})));
+  const uint64_t before = counters().connected();
+  auto window = world->store.OpenInspector(mail);  // NewInspector, the window as its argument
+  const auto bar = window->command_bars->Find(kInspectorBarName);
+  ASSERT_TRUE(bar);
+  std::vector<std::wstring> tags;
+  for (const auto& c : bar->controls) tags.push_back(c->tag);
+  EXPECT_EQ(tags, (std::vector<std::wstring>{kTagCoolMail, kTagSave, kTagVoiceMail}));
+  EXPECT_EQ(counters().connected(), before + tags.size() + 1);  // its buttons and its Close
+  bar->FindControl(kTagVoiceMail)->Click();
+  world->store.CloseInspector(window);
+  EXPECT_EQ(counters().events_failed, 0u);
+  Stop(1);
+  EXPECT_EQ(counters().connected(), 0u);
+  EXPECT_EQ(ErrorLines().size(), 1u);  // the first start's combo box only
+}
+
+TEST_F(VireoTest, SavedAttachmentsLandOnDiskByteForByte) {
+  const std::string binary("%PDF\0\x01\xff\r\n end", 13);
+  auto first = sim::MakeMail(L"a", FromCivil({2024, 1, 2, 9, 0, 0}));
+  first.attachments.push_back({L"invoice.pdf", 1, binary});
+  first.attachments.push_back({L"notes.txt", 2, "line one\r\nline two"});
+  auto second = sim::MakeMail(L"b", FromCivil({2024, 1, 2, 9, 5, 0}));
+  second.attachments.push_back({L"photo.jpg", 1, std::string(70000, '\x7f')});
+  auto a = world->store.AddToInbox(first);
+  auto b = world->store.AddToInbox(second);
+  Start();
+  world->store.ActiveExplorer()->selection = {a, b};
+  SetEnvironmentVariableW(L"CORVINA_AUTOFOLDER", L"0");  // the menu's first folder
+  Bar()->FindControl(kTagSave)->Click();
+  SetEnvironmentVariableW(L"CORVINA_AUTOFOLDER", nullptr);
+  const std::wstring folder = dll.folder() + L"\\My Favorites\\";
+  win32::Win32FileSystem disk;
+  EXPECT_EQ(disk.ReadFile(folder + L"invoice.pdf"), binary);
+  EXPECT_EQ(disk.ReadFile(folder + L"notes.txt"), "line one\r\nline two");
+  EXPECT_EQ(disk.ReadFile(folder + L"photo.jpg"), std::string(70000, '\x7f'));
+  EXPECT_EQ(disk.ListFiles(folder).size(), 3u);  // no partial files left behind
+  Stop(0);
+  EXPECT_EQ(ErrorLines().size(), 1u);  // the first start's combo box only
+}
+
+TEST_F(VireoTest, NewMailReadsTheInboxWithoutWalkingIt) {
+  for (int i = 0; i < 300; ++i)
+    world->store.AddToInbox(sim::MakeMail(L"old " + std::to_wstring(i), FromCivil({2024, 1, 1, 8, i % 60, 0})));
+  Start();
+  const size_t errors = ErrorLines().size();
+  world->faults.ResetCounts();
+  world->store.DeliverNewMail(sim::MakeMail(L"Hello", FromCivil({2024, 1, 2, 9, 0, 0})));
+  const uint64_t calls = world->faults.Calls(sim::Service::kOutlook);
+  EXPECT_GT(calls, 0u);  // the handler ran ...
+  EXPECT_LT(calls, 60u);  // ... and did not read the 300 items one by one
+  EXPECT_EQ(counters().events_failed, 0u);
+  Stop(0);
+  EXPECT_EQ(ErrorLines().size(), errors);
+}
+
+TEST_F(VireoTest, UserRemovalDeletesTheBarAndLetsGoOfEverything) {
+  Start();
+  ASSERT_TRUE(Bar());
+  const uint64_t advised = counters().advises;
+  Stop(1);
+  EXPECT_FALSE(Bar());
+  const auto log = Log();
+  ASSERT_FALSE(log.empty());
+  EXPECT_TRUE(ContainsText(log.back(), L"Corvina was removed successfully at ")) << ToUtf8(log.back());
+  EXPECT_GT(advised, 0u);
+  EXPECT_EQ(counters().unadvises, advised);
+  EXPECT_EQ(counters().live_objects, 0);  // every object the add-in was handed is released
+  EXPECT_EQ(world->standin.ReleaseKeptSinks(), 0u) << "event sinks the add-in never freed";
+}
+
+// Each row fails the first object-model call of one kind during start-up.
+TEST_F(VireoTest, AFailingObjectModelCallIsLoggedAndNeverReachesOutlook) {
+  Start();
+  Stop(0);
+  const std::vector<std::string> calls = world->faults.recorded();
+  const struct {
+    const char* member;
+    const wchar_t* logged;  // what the log line names
+  } rows[] = {
+      {"Outlook.CommandBars.Count", L"Injected failure"},
+      {"Outlook.CommandBarControls.Add", L"Injected failure"},
+      {"Outlook.CommandBarControl.SetTag", L"Injected failure"},
+      {"Outlook.NameSpace.AddressListCount", L"Injected failure"},
+      // A refused Advise carries no description: the client names the member.
+      {"Outlook.Application.OnNewMail", L"Application.OnNewMail failed"},
+  };
+  for (const auto& row : rows) {
+    const auto at = std::find(calls.begin(), calls.end(), row.member);
+    ASSERT_NE(at, calls.end()) << row.member;
+    Fresh();
+    world->faults.FailNthCall(sim::Service::kOutlook, static_cast<uint64_t>(at - calls.begin()) + 1,
+                              Error(static_cast<int32_t>(0x80004005u), L"Outlook", L"Injected failure"));
+    Start();
+    Stop(0);
+    EXPECT_TRUE(world->faults.injected()) << row.member;
+    bool found = false;
+    for (const auto& line : ErrorLines())
+      found |= ContainsText(line, L"\\Outlook; Error Description=") && ContainsText(line, row.logged);
+    EXPECT_TRUE(found) << row.member;
+    EXPECT_TRUE(Logged(L"Corvina was removed successfully at ")) << row.member;
+  }
+}
+
+TEST_F(VireoTest, AMemberOutlookLacksIsLoggedByItsName) {
+  world->standin.Hide(L"NameSpace", L"AddressLists");
+  Start();
+  Stop(0);
+  bool found = false;
+  for (const auto& line : ErrorLines())
+    found |= ContainsText(line, L"NameSpace.AddressLists failed: 0x80020006 (unknown name)");
+  EXPECT_TRUE(found);
+  EXPECT_EQ(Setting(L"IsdAddressBookAvailable"), L"0");
+  EXPECT_TRUE(Bar());  // the rest of the start-up went on
+}
+
+TEST_F(VireoTest, UnregistrationRemovesWhatRegistrationWrote) {
+  const std::wstring server = std::wstring(kClassKey) + L"\\InprocServer32";
+  ASSERT_TRUE(KeyExists(HKEY_CLASSES_ROOT, server));
+  EXPECT_TRUE(KeyExists(HKEY_LOCAL_MACHINE, kAddinKey));
+  ASSERT_EQ(dll.Unregister(), S_OK);
+  for (const std::wstring& key : {std::wstring(kClassKey), std::wstring(kProgId)})
+    EXPECT_FALSE(KeyExists(HKEY_CLASSES_ROOT, key)) << ToUtf8(key);
+  EXPECT_FALSE(KeyExists(HKEY_LOCAL_MACHINE, kAddinKey));
+  CLSID clsid;
+  EXPECT_NE(CLSIDFromProgID(kProgId, &clsid), S_OK);
+  EXPECT_NE(Addin(CallStyle::kVtable).created(), S_OK);
+  ASSERT_EQ(dll.Register(), S_OK);
+  EXPECT_EQ(Addin(CallStyle::kVtable).created(), S_OK);
+}
+
+}  // namespace
+}  // namespace corvina::standin
