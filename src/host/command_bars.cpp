@@ -80,24 +80,15 @@ void ToggleFace(AddIn& addin, const wchar_t* tag, int index, int32_t face, int32
 
 }  // namespace
 
+// Both lookups ask Outlook once instead of walking the window's bars or a bar's controls:
+// every call crosses into Outlook, and a window carries a hundred bars or more.
 std::shared_ptr<outlook::CommandBar> FindBar(outlook::CommandBars& bars, const std::wstring& name) {
-  const int32_t count = bars.Count();
-  for (int32_t i = 1; i <= count; ++i) {
-    auto bar = bars.Item(i);
-    if (bar->Name() == name) return bar;
-  }
-  return nullptr;
+  return bars.ItemByName(name);
 }
 
 std::shared_ptr<outlook::CommandBarControl> FindTaggedControl(outlook::CommandBar& bar,
                                                               const std::wstring& tag) {
-  auto controls = bar.Controls();
-  const int32_t count = controls->Count();
-  for (int32_t i = 1; i <= count; ++i) {
-    auto control = controls->Item(i);
-    if (control->Tag() == tag) return control;
-  }
-  return nullptr;
+  return bar.FindControl(tag);
 }
 
 std::shared_ptr<outlook::CommandBar> CreateAddInCommandBar(AddIn& addin,

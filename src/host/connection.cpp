@@ -54,16 +54,9 @@ void DesVireo::ChangeButtonState(const std::wstring& tag, bool visible) {
     if (!addin_.oApplication) return;
     auto explorer = addin_.oApplication->ActiveExplorer();
     if (!explorer) return;
-    auto bars = explorer->CommandBars();
-    const int32_t count = bars->Count();
-    for (int32_t i = 1; i <= count; ++i) {
-      auto bar = bars->Item(i);
-      if (bar->Name() != kBarName) continue;
-      if (auto control = FindTaggedControl(*bar, tag)) {
-        control->SetVisible(visible);
-        return;
-      }
-    }
+    auto bar = FindBar(*explorer->CommandBars(), kBarName);
+    if (!bar) return;
+    if (auto control = FindTaggedControl(*bar, tag)) control->SetVisible(visible);
   });
 }
 

@@ -172,6 +172,9 @@ class CommandBar {
   virtual bool Visible() = 0;
   virtual void SetVisible(bool value) = 0;
   virtual std::shared_ptr<CommandBarControls> Controls() = 0;
+  // FindControl(Tag:=tag): the first control on the bar with that tag, or Nothing. One call,
+  // where walking the controls would cost two per control.
+  virtual std::shared_ptr<CommandBarControl> FindControl(const std::wstring& tag) = 0;
   virtual void Delete() = 0;
 };
 
@@ -180,6 +183,9 @@ class CommandBars {
   virtual ~CommandBars() = default;
   virtual int32_t Count() = 0;
   virtual std::shared_ptr<CommandBar> Item(int32_t index) = 0;
+  // Item(name): the bar of that name, or Nothing when there is none. One call, where walking
+  // the window's bars (a hundred or more in Outlook) would cost two per bar.
+  virtual std::shared_ptr<CommandBar> ItemByName(const std::wstring& name) = 0;
   virtual std::shared_ptr<CommandBar> Add(const std::wstring& name, int32_t position,
                                           bool temporary) = 0;
 };

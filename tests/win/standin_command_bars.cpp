@@ -14,15 +14,6 @@ constexpr int32_t kBarFloating = 4;  // msoBarFloating, Office's default positio
 constexpr int32_t kCustomControl = 1;  // Controls.Add's Id for a control of the add-in's own
 
 // Office also finds a bar by its name (in any case).
-std::shared_ptr<outlook::CommandBar> BarNamed(outlook::CommandBars& bars, const std::wstring& name) {
-  const int32_t count = bars.Count();
-  for (int32_t i = 1; i <= count; ++i) {
-    auto bar = bars.Item(i);
-    if (EqualsIgnoreCase(bar->Name(), name)) return bar;
-  }
-  throw sim::InvalidArgumentError();
-}
-
 // The control raising the event is its first argument. The subscription does not keep the
 // control alive: the connection point that made it does, for as long as it exists.
 template <size_t N>
@@ -55,7 +46,12 @@ const KindTable<outlook::CommandBars>& TableOf(KindTag<outlook::CommandBars>) {
       {
           {L"Count", 0, [](Ref<B> o, Call& c) { c.Return(o->Count()); }},
           {L"Item", 1,
-           [](Ref<B> o, Call& c) { c.Return(c.IsText(0) ? BarNamed(*o, c.Text(0)) : o->Item(c.Int(0))); }},
+           [](Ref<B> o, Call& c) {
+             if (!c.IsText(0)) return c.Return(o->Item(c.Int(0)));
+             auto bar = o->ItemByName(c.Text(0));
+             if (!bar) throw sim::InvalidArgumentError();  // as Office answers an unknown name
+             c.Return(bar);
+           }},
           // Add(Name, Position, MenuBar, Temporary). Replacing the window's menu bar is not
           // something the sim models, so a caller asking for it is told so.
           {L"Add", 4,
@@ -78,6 +74,8 @@ const KindTable<outlook::CommandBar>& TableOf(KindTag<outlook::CommandBar>) {
           {L"Visible", 0, [](Ref<B> o, Call& c) { c.Return(o->Visible()); },
            [](Ref<B> o, Call& c) { o->SetVisible(c.Bool(0)); }},
           {L"Controls", 0, [](Ref<B> o, Call& c) { c.Return(o->Controls()); }},
+          // FindControl(Type, Id, Tag, Visible, Recursive): only the tag is modelled.
+          {L"FindControl", 5, [](Ref<B> o, Call& c) { c.Return(o->FindControl(c.Text(2))); }},
           {L"Delete", 0, [](Ref<B> o, Call&) { o->Delete(); }},
       },
       {}};

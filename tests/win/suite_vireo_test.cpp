@@ -281,7 +281,7 @@ TEST_F(VireoTest, AFailingObjectModelCallIsLoggedAndNeverReachesOutlook) {
     const char* member;
     const wchar_t* logged;  // what the log line names
   } rows[] = {
-      {"Outlook.CommandBars.Count", L"Injected failure"},
+      {"Outlook.CommandBar.FindControl", L"Injected failure"},
       {"Outlook.CommandBarControls.Add", L"Injected failure"},
       {"Outlook.CommandBarControl.SetTag", L"Injected failure"},
       {"Outlook.NameSpace.AddressListCount", L"Injected failure"},

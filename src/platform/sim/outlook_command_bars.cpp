@@ -119,6 +119,11 @@ class SimBar final : public outlook::CommandBar {
     Enter("CommandBar.Controls");
     return std::make_shared<SimControls>(store_, bar_);
   }
+  std::shared_ptr<outlook::CommandBarControl> FindControl(const std::wstring& tag) override {
+    Enter("CommandBar.FindControl");
+    auto control = bar_->FindControl(tag);
+    return control ? std::make_shared<SimControl>(store_, control) : nullptr;
+  }
   void Delete() override {
     Enter("CommandBar.Delete");
     if (bar_->built_in) throw OutlookError(kFail, L"Method 'Delete' of object 'CommandBar' failed");
@@ -150,6 +155,11 @@ class SimBars final : public outlook::CommandBars {
     store_.Enter("CommandBars.Item");
     if (index < 1 || static_cast<size_t>(index) > bars_->bars.size()) throw BadIndexError();
     return std::make_shared<SimBar>(store_, bars_->bars[static_cast<size_t>(index - 1)]);
+  }
+  std::shared_ptr<outlook::CommandBar> ItemByName(const std::wstring& name) override {
+    store_.Enter("CommandBars.ItemByName");
+    auto bar = bars_->Find(name);
+    return bar ? std::make_shared<SimBar>(store_, bar) : nullptr;
   }
   // Office refuses a second bar of a name already taken (error 5, "Invalid procedure call or
   // argument"), which is why code looks its bar up before adding it.

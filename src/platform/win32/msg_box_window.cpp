@@ -1,6 +1,6 @@
 #include "platform/win32/msg_box_window.h"
 
-#include <algorithm>
+#include <iterator>
 #include <string>
 
 #include "platform/win32/this_module.h"
@@ -124,10 +124,9 @@ MsgBoxAnswer RunMsgBoxWindow(const MsgBoxView& view, HWND owner) {
   RECT frame{0, 0, width, height};
   AdjustWindowRectEx(&frame, style, FALSE, ex_style);
   const int fw = frame.right - frame.left, fh = frame.bottom - frame.top;
-  const int x = std::max(0, (GetSystemMetrics(SM_CXSCREEN) - fw) / 2);
-  const int top = std::max(0, (GetSystemMetrics(SM_CYSCREEN) - fh) / 3);
-  UniqueHWnd window(CreateWindowExW(ex_style, kClassName, view.caption.c_str(), style, x, top, fw,
-                                    fh, owner, nullptr, ThisModule(), &state));
+  const POINT at = CentredOrigin(owner, fw, fh);
+  UniqueHWnd window(CreateWindowExW(ex_style, kClassName, view.caption.c_str(), style, at.x, at.y,
+                                    fw, fh, owner, nullptr, ThisModule(), &state));
   if (!window) return MsgBoxAnswer{};
   HWND hwnd = window.get();
 

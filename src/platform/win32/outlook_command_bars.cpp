@@ -78,6 +78,10 @@ class ComBar final : public outlook::CommandBar {
   std::shared_ptr<outlook::CommandBarControls> Controls() override {
     return WrapCommandBarControls(d_.Get<Dispatch>(L"Controls"));
   }
+  // FindControl(Type, Id, Tag): Nothing when no control has the tag.
+  std::shared_ptr<outlook::CommandBarControl> FindControl(const std::wstring& tag) override {
+    return WrapCommandBarControl(d_.Call<Dispatch>(L"FindControl", Missing{}, Missing{}, tag));
+  }
   void Delete() override { d_.Call(L"Delete"); }
 
  private:
@@ -90,6 +94,15 @@ class ComBars final : public outlook::CommandBars {
   int32_t Count() override { return d_.Get<int32_t>(L"Count"); }
   std::shared_ptr<outlook::CommandBar> Item(int32_t index) override {
     return WrapCommandBar(d_.Call<Dispatch>(L"Item", index));
+  }
+  // Office answers Item with a name it does not know by failing the call; that means "no such
+  // bar" here (a genuine failure shows again when the caller goes on to add the bar).
+  std::shared_ptr<outlook::CommandBar> ItemByName(const std::wstring& name) override {
+    try {
+      return WrapCommandBar(d_.Call<Dispatch>(L"Item", name));
+    } catch (const Error&) {
+      return nullptr;
+    }
   }
   // Add(Name, Position, MenuBar, Temporary): a toolbar, never the window's menu bar.
   std::shared_ptr<outlook::CommandBar> Add(const std::wstring& name, int32_t position,

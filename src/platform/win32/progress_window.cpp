@@ -18,10 +18,9 @@ ProgressWindow::ProgressWindow(const std::wstring& text)
   RECT frame{0, 0, kWidth, kHeight};
   AdjustWindowRectEx(&frame, style, FALSE, WS_EX_TOOLWINDOW);
   const int w = frame.right - frame.left, h = frame.bottom - frame.top;
-  window_.reset(CreateWindowExW(WS_EX_TOOLWINDOW, kClassName, kCaption, style,
-                                (GetSystemMetrics(SM_CXSCREEN) - w) / 2,
-                                (GetSystemMetrics(SM_CYSCREEN) - h) / 2, w, h, nullptr, nullptr,
-                                ThisModule(), nullptr));
+  const POINT at = CentredOrigin(GetActiveWindow(), w, h);
+  window_.reset(CreateWindowExW(WS_EX_TOOLWINDOW, kClassName, kCaption, style, at.x, at.y, w, h,
+                                nullptr, nullptr, ThisModule(), nullptr));
   if (!window_) return;
   label_ = CreateWindowExW(0, L"STATIC", text.c_str(), WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX,
                            kMargin, kMargin, kWidth - 2 * kMargin, kHeight - 2 * kMargin,

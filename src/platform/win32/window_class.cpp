@@ -29,4 +29,14 @@ HFONT CreateMessageFont() noexcept {
   return CreateFontIndirectW(&metrics.lfMessageFont);
 }
 
+POINT CentredOrigin(HWND owner, int width, int height) noexcept {
+  MONITORINFO info{};
+  info.cbSize = sizeof info;
+  RECT area{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+  if (GetMonitorInfoW(MonitorFromWindow(owner, MONITOR_DEFAULTTOPRIMARY), &info)) area = info.rcWork;
+  const LONG x = area.left + (area.right - area.left - width) / 2;
+  const LONG y = area.top + (area.bottom - area.top - height) / 3;
+  return POINT{x > area.left ? x : area.left, y > area.top ? y : area.top};
+}
+
 }  // namespace corvina::win32

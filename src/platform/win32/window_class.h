@@ -22,6 +22,10 @@ class ScopedWindowClass {
 // then used).
 HFONT CreateMessageFont() noexcept;
 
+// Top-left corner that centres a window of this size on the work area of the owner's monitor
+// (the primary one without an owner), at a third of the height as message boxes sit.
+POINT CentredOrigin(HWND owner, int width, int height) noexcept;
+
 // Stores `self` with the window at WM_NCCREATE and finds it again afterwards.
 template <class T>
 T* WindowSelf(HWND hwnd, UINT message, LPARAM lparam) noexcept {
