@@ -1,7 +1,5 @@
 #include "host/com/des_vireo_object.h"
 
-#include <iterator>
-
 #include "host/com/com_ids.h"
 #include "host/com/invoke_args.h"
 #include "host/com/last_wall.h"
