@@ -23,8 +23,8 @@ void NotInThisBuild(AddIn& addin, const wchar_t* feature) {
 }
 
 void CountUse(AddIn& addin, int index) {
-  const ControlSpec* spec = FindControl(index);
-  std::wstring* counter = spec ? StatisticCounter(addin.config, spec->statistic) : nullptr;
+  const ControlSpec* row = FindControl(index);
+  std::wstring* counter = row ? StatisticCounter(addin.config, row->statistic) : nullptr;
   if (counter) *counter = std::to_wstring(ToLong(*counter) + 1);
 }
 

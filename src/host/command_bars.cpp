@@ -35,9 +35,9 @@ void UpdateAddressBookFlag(AddIn& addin, outlook::Application& application) {
 
 std::shared_ptr<outlook::CommandBarControl> CreateButton(AddIn& addin, outlook::CommandBar& bar,
                                                          int index) {
-  const ControlSpec* spec = FindControl(index);
-  if (!spec) Raise(kErrSubscript, L"Subscript out of range");
-  if (auto existing = FindTaggedControl(bar, spec->tag)) {
+  const ControlSpec* row = FindControl(index);
+  if (!row) Raise(kErrSubscript, L"Subscript out of range");
+  if (auto existing = FindTaggedControl(bar, row->tag)) {
     if (index == 5 || index == 8) {
       existing->SetVisible(false);
       return nullptr;
@@ -48,9 +48,9 @@ std::shared_ptr<outlook::CommandBarControl> CreateButton(AddIn& addin, outlook::
   control->SetStyle(outlook::msoButtonIconAndCaption);
   const ControlTexts texts = TextsForControl(index);
   if (addin.config.HideAllText != L"1") control->SetCaption(index == 9 ? L"" : texts.caption);
-  control->SetFaceId(spec->face_id);
+  control->SetFaceId(row->face_id);
   control->SetToolTipText(texts.tooltip);
-  control->SetTag(spec->tag);
+  control->SetTag(row->tag);
   return control;
 }
 
@@ -132,8 +132,8 @@ std::shared_ptr<outlook::CommandBarControl> CreateAddInComboBox(AddIn& addin,
                                                                 outlook::CommandBar& bar,
                                                                 int index) {
   return addin.Run(L"CreateAddInComboBox", std::shared_ptr<outlook::CommandBarControl>(), [&] {
-    const ControlSpec* spec = FindControl(index);
-    auto combo = spec ? FindTaggedControl(bar, spec->tag) : nullptr;
+    const ControlSpec* row = FindControl(index);
+    auto combo = row ? FindTaggedControl(bar, row->tag) : nullptr;
     if (!combo) Raise(kErrObjectVariableNotSet, L"Object variable or With block variable not set");
     combo->SetVisible(false);
     return combo;
