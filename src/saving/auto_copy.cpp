@@ -22,13 +22,6 @@ const std::wstring& Cell(const std::vector<std::wstring>& column, size_t row) {
   return row < column.size() ? column[row] : kEmpty;
 }
 
-// Logs an attachment whose name would lead out of the destination; the route goes on.
-void RefuseName(AddIn& addin, const wchar_t* procedure, const std::wstring& name) {
-  addin.log.LogError(addin.ErrorContext(), procedure,
-                     Error(kErrPathNotFound, kOwnErrorSource,
-                           L"Attachment name refused, it would leave the destination folder: " + name));
-}
-
 }  // namespace
 
 void FillExtensionList(AddIn& addin) {
@@ -72,7 +65,7 @@ void LoopForAotuCopyFileTypesAtEntry(AddIn& addin) {
         std::wstring destination;
         if (!type || !FindFileTypeDest(addin, *type, destination)) continue;
         if (!IsSafeAttachmentName(name)) {
-          RefuseName(addin, L"LoopForAotuCopyFileTypesAtEntry", name);
+          LogRefusedName(addin, L"LoopForAotuCopyFileTypesAtEntry", name);
           continue;
         }
         attachment->SaveAsFile(destination + L"\\" + name);
@@ -91,7 +84,7 @@ void CopyNewMailAttachmentsByType(AddIn& addin, outlook::Item& mail) {
     std::wstring destination;
     if (!type || !FindFileTypeDest(addin, L"." + *type, destination)) continue;
     if (!IsSafeAttachmentName(name)) {
-      RefuseName(addin, L"oApplication_NewMail", name);
+      LogRefusedName(addin, L"oApplication_NewMail", name);
       continue;
     }
     const std::wstring target = destination + L"\\" + name;

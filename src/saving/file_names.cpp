@@ -44,6 +44,12 @@ bool IsSafeAttachmentName(const std::wstring& name) {
   return name.find_first_of(L"\\/:") == std::wstring::npos;
 }
 
+void LogRefusedName(AddIn& addin, const wchar_t* procedure, const std::wstring& name) {
+  addin.log.LogError(addin.ErrorContext(), procedure,
+                     Error(kErrPathNotFound, kOwnErrorSource,
+                           L"Attachment name refused, it would leave the destination folder: " + name));
+}
+
 std::optional<std::wstring> FirstDotFileType(const std::wstring& name) {
   const int64_t dot = InStr(name, L".");
   if (dot == 0) return std::nullopt;

@@ -25,6 +25,9 @@ void ValidateDestFolders(AddIn& addin);
 // with a path separator, a drive, or that is "." / ".." / empty is refused.
 bool IsSafeAttachmentName(const std::wstring& name);
 
+// Logs that an attachment's name was refused by IsSafeAttachmentName; the job goes on.
+void LogRefusedName(AddIn& addin, const wchar_t* procedure, const std::wstring& name);
+
 // The file type by the first-dot rule: everything after the first "." of the name
 // ("report.final.pdf" -> "final.pdf"); nothing for a name without a dot.
 std::optional<std::wstring> FirstDotFileType(const std::wstring& name);

@@ -80,9 +80,7 @@ bool SaveItemAttachments(AddIn& addin, outlook::Item& item, const std::wstring& 
     auto attachment = attachments->Item(a);
     const std::wstring name = attachment->FileName();
     if (!IsSafeAttachmentName(name)) {
-      addin.log.LogError(addin.ErrorContext(), procedure,
-                         Error(kErrPathNotFound, kOwnErrorSource,
-                               L"Attachment name refused, it would leave the destination folder: " + name));
+      LogRefusedName(addin, procedure, name);
       continue;
     }
     const std::wstring target = destination + name;
