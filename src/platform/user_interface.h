@@ -40,6 +40,7 @@ struct MsgBoxView {
   std::wstring no_caption = L"No";
   std::wstring ok_caption = L"OK";
   std::wstring cancel_caption = L"Cancel";
+  std::wstring dont_show_caption = L"Don't show this message again";
 };
 
 enum class MsgBoxButton { kYes, kNo, kOk, kCancel };

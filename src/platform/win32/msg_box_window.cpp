@@ -11,7 +11,6 @@ namespace corvina::win32 {
 namespace {
 
 constexpr wchar_t kClassName[] = L"Corvina.frmMsgBox";
-constexpr wchar_t kDontShowCaption[] = L"Don't show this message again";
 constexpr int kDontShowId = 100;
 
 // Layout in pixels of the client area.
@@ -134,7 +133,7 @@ MsgBoxAnswer RunMsgBoxWindow(const MsgBoxView& view, HWND owner) {
   Child(hwnd, L"STATIC", view.text, label_style, -1, label1, font.get());
   Child(hwnd, L"STATIC", view.second_text, label_style, -1, label2, font.get());
   if (view.dont_show_visible)
-    state.check = Child(hwnd, L"BUTTON", kDontShowCaption, BS_AUTOCHECKBOX | WS_TABSTOP,
+    state.check = Child(hwnd, L"BUTTON", view.dont_show_caption, BS_AUTOCHECKBOX | WS_TABSTOP,
                         kDontShowId, check, font.get());
   int bx = width - kMargin;
   HWND first_button = nullptr;
