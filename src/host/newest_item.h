@@ -13,8 +13,8 @@ namespace corvina {
 // calls does not grow with the folder: Outlook disables an add-in that makes too many.
 std::shared_ptr<outlook::Item> ReportItem(outlook::Items& items, Clock& clock);
 
-// The same rule by walking every item: the reference the fast path must agree with, and the
-// fallback for a store that cannot answer a view.
+// The same rule by walking every item (two calls per item): the reference the fast path is
+// checked against; never used inside Outlook.
 std::shared_ptr<outlook::Item> ReportItemByWalk(outlook::Items& items);
 
 }  // namespace corvina

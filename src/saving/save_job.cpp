@@ -1,5 +1,6 @@
 #include "saving/save_job.h"
 
+#include <cmath>
 #include <vector>
 
 #include "base/text.h"
@@ -67,13 +68,26 @@ struct JobCounts {
   int32_t saved = 0;
 };
 
+// An item of the job with its attachments, read once while the job is sized up.
+struct JobItem {
+  std::shared_ptr<outlook::Item> owned;  // empty when the caller owns the item
+  outlook::Item* item = nullptr;
+  std::shared_ptr<outlook::Attachments> attachments;
+  int32_t count = 0;
+};
+
+JobItem ReadJobItem(outlook::Item& item, std::shared_ptr<outlook::Item> owned = nullptr) {
+  JobItem j{std::move(owned), &item, item.Attachments(), 0};
+  j.count = j.attachments->Count();
+  return j;
+}
+
 // One item's attachments; false when the job must stop (cancel).
-bool SaveItemAttachments(AddIn& addin, outlook::Item& item, const std::wstring& destination,
+bool SaveItemAttachments(AddIn& addin, const JobItem& job_item, const std::wstring& destination,
                          JobCounts& counts, SavingForm& form, const wchar_t* procedure) {
-  const bool is_mail = item.Class() == outlook::olMail;
-  auto attachments = item.Attachments();
-  const int32_t count = attachments->Count();
-  for (int32_t a = 1; a <= count; ++a) {
+  const bool is_mail = job_item.item->Class() == outlook::olMail;
+  auto& attachments = job_item.attachments;
+  for (int32_t a = 1; a <= job_item.count; ++a) {
     addin.services.ui.DoEvents();
     if (addin.CancelRequested) return false;
     form.Update(counts.total, counts.saved);
@@ -99,8 +113,8 @@ bool SaveItemAttachments(AddIn& addin, outlook::Item& item, const std::wstring& 
 }  // namespace
 
 double ShownMegabytes(double bytes) {
-  const std::wstring figure = Replace(FormatMegabytes(bytes / 1000000.0), L",", L"");
-  return std::stod(ToUtf8(figure.front() == L'.' ? L"0" + figure : figure));
+  // The same rounding FormatMegabytes applies to the two decimals it shows.
+  return static_cast<double>(std::llround(bytes / 1000000.0 * 100.0)) / 100.0;
 }
 
 std::wstring LargeSelectionQuestion(const std::wstring& count, const std::wstring& megabytes) {
@@ -117,13 +131,14 @@ void GetSelectedItems(AddIn& addin) {
     const std::wstring destination = path::WithTrailingSeparator(addin.SaveDestination);
     const int32_t count = selection->Count();
     if (count > 32767) Raise(kErrOverflow, L"Overflow");
-    std::vector<std::shared_ptr<outlook::Item>> items;
+    std::vector<JobItem> items;
     double total_bytes = 0;
     JobCounts counts;
     for (int32_t i = 1; i <= count; ++i) {
-      items.push_back(selection->Item(i));
-      total_bytes += items.back()->Size();
-      counts.total = Add16(counts.total, items.back()->Attachments()->Count());
+      auto selected = selection->Item(i);
+      items.push_back(ReadJobItem(*selected, selected));
+      total_bytes += items.back().item->Size();
+      counts.total = Add16(counts.total, items.back().count);
     }
     if (ShownMegabytes(total_bytes) > kLargeSelectionMegabytes &&
         !AskYesNo(addin, LargeSelectionQuestion(std::to_wstring(count),
@@ -131,7 +146,7 @@ void GetSelectedItems(AddIn& addin) {
       return;
     addin.CancelRequested = false;
     SavingForm form(addin);
-    for (auto& item : items) {
+    for (const JobItem& item : items) {
       addin.services.ui.DoEvents();
       if (addin.CancelRequested) return;
       if (UCase(destination) == L"A:\\" && !FloppyPresent(addin)) {
@@ -139,7 +154,7 @@ void GetSelectedItems(AddIn& addin) {
         return;
       }
       if (!DestinationReady(addin, destination)) return;
-      if (!SaveItemAttachments(addin, *item, destination, counts, form, L"GetSelectedItems")) return;
+      if (!SaveItemAttachments(addin, item, destination, counts, form, L"GetSelectedItems")) return;
     }
     addin.SaveDestination.clear();
   });
@@ -150,8 +165,9 @@ void GetSelectedItemsInspector(AddIn& addin, outlook::Item& item) {
     if (item.Class() != outlook::olMail) return;
     const std::wstring destination = path::WithTrailingSeparator(addin.SaveDestination);
     const double total_bytes = item.Size();
+    const JobItem job_item = ReadJobItem(item);
     JobCounts counts;
-    counts.total = item.Attachments()->Count();
+    counts.total = job_item.count;
     if (ShownMegabytes(total_bytes) > kLargeSelectionMegabytes &&
         !AskYesNo(addin, LargeSelectionQuestion(L"", FormatMegabytes(total_bytes / 1000000.0))))
       return;
@@ -160,7 +176,7 @@ void GetSelectedItemsInspector(AddIn& addin, outlook::Item& item) {
     addin.services.ui.DoEvents();
     if (addin.CancelRequested) return;
     if (!DestinationReady(addin, destination)) return;
-    if (!SaveItemAttachments(addin, item, destination, counts, form, L"GetSelectedItemsInspector"))
+    if (!SaveItemAttachments(addin, job_item, destination, counts, form, L"GetSelectedItemsInspector"))
       return;
     addin.SaveDestination.clear();
   });

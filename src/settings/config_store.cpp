@@ -94,8 +94,8 @@ bool LoadConfig(Config& config, ConfigStore& store) {
   bool done = Guard(store.log, store.context, L"LoadConfig", false, [&] {
     store.log.StartLog(store.addin_folder + L"\\Vireo.log");
     ReadKeys(config, store, ThumbnailConfigKeys());
-    config.PictureTypes = kPreviewTypes;
-    config.ImageTypes = kPictureTypes;
+    config.PictureTypes = kPreviewFileTypes;
+    config.ImageTypes = kPictureFileTypes;
     ReadFolderList(config, store);
     ReadKeys(config, store, GeneralConfigKeys());
     ReadKeys(config, store, ViewConfigKeys());

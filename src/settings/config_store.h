@@ -26,7 +26,7 @@ bool LoadConfig(Config& config, ConfigStore& store);
 void SaveConfig(const Config& config, ConfigStore& store);
 
 // The two fixed file-type lists set by loading.
-inline constexpr wchar_t kPreviewTypes[] = L",gif,jpg,jpe,jpeg,bmp,zip,doc,ppt,msg,avi,mpe,mpeg,rm,";
-inline constexpr wchar_t kPictureTypes[] = L",gif,jpg,jpe,jpeg,bmp,ico,";
+inline constexpr wchar_t kPreviewFileTypes[] = L",gif,jpg,jpe,jpeg,bmp,zip,doc,ppt,msg,avi,mpe,mpeg,rm,";
+inline constexpr wchar_t kPictureFileTypes[] = L",gif,jpg,jpe,jpeg,bmp,ico,";
 
 }  // namespace corvina
