@@ -58,7 +58,7 @@ void BM_SaveSelection(benchmark::State& state) {
     state.PauseTiming();
     fs::remove_all(root / "Out");
     fs::create_directories(root / "Out");
-    addin.SaveDestination = L"C:\\Out";
+    addin.saving.SaveDestination = L"C:\\Out";
     state.ResumeTiming();
     GetSelectedItems(addin);
   }

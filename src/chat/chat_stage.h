@@ -3,7 +3,7 @@
 // start-up sweep and the user list's loading.
 #include <string>
 
-#include "host/addin.h"
+#include "addin/addin.h"
 #include "platform/outlook.h"
 
 namespace corvina {

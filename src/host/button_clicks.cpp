@@ -5,7 +5,7 @@
 #include "host/control_table.h"
 #include "host/language_strings.h"
 #include "host/web_and_lists.h"
-#include "saving/save_job.h"
+#include "host/save_button.h"
 #include "platform/user_interface.h"
 #include "settings/config_keys.h"
 #include "settings/config_store.h"

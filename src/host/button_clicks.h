@@ -3,7 +3,7 @@
 // plainly instead of doing nothing.
 #include <string>
 
-#include "host/addin.h"
+#include "addin/addin.h"
 
 namespace corvina {
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "host/addin.h"
+#include "addin/addin.h"
 #include "platform/outlook.h"
 
 namespace corvina {

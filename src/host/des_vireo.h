@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "host/addin.h"
+#include "addin/addin.h"
 #include "host/control_table.h"
 #include "host/inspector_bars.h"
 #include "platform/event_connection.h"

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "host/addin.h"
+#include "addin/addin.h"
 #include "platform/event_connection.h"
 #include "platform/outlook.h"
 

@@ -20,7 +20,7 @@ std::wstring DefaultDestinationFor(const Config& config) {
 
 void oApplication_NewMail(AddIn& addin, const std::wstring& context) {
   Guard(addin.log, context, L"oApplication_NewMail", [&] {
-    addin.DefaultDestination = DefaultDestinationFor(addin.config);
+    addin.saving.DefaultDestination = DefaultDestinationFor(addin.config);
     if (!addin.oApplication) return;
     auto inbox = addin.oApplication->GetNamespace(L"MAPI")->GetDefaultFolder(outlook::olFolderInbox);
     auto items = inbox->Items();

@@ -2,7 +2,7 @@
 // Start-up calls into features this build does not carry: the usage statistics of the web
 // client and the distribution-list loaders of the address tools. They are named here so the
 // start-up order stays complete; each does nothing.
-#include "host/addin.h"
+#include "addin/addin.h"
 
 namespace corvina {
 

@@ -1,7 +1,7 @@
 #include "saving/auto_copy.h"
 
 #include "base/text.h"
-#include "host/folder_loop.h"
+#include "mail/folder_loop.h"
 #include "platform/user_interface.h"
 #include "saving/file_names.h"
 
@@ -25,7 +25,7 @@ const std::wstring& Cell(const std::vector<std::wstring>& column, size_t row) {
 }  // namespace
 
 void FillExtensionList(AddIn& addin) {
-  ExtensionList& list = addin.extension_list;
+  ExtensionList& list = addin.saving.extension_list;
   list = ExtensionList{};
   if (!Trim(addin.config.ExtName).empty()) list.names = SplitColumn(addin.config.ExtName);
   if (!Trim(addin.config.ExtDest).empty()) list.destinations = SplitColumn(addin.config.ExtDest);
@@ -33,7 +33,7 @@ void FillExtensionList(AddIn& addin) {
 }
 
 bool FindFileTypeDest(const AddIn& addin, const std::wstring& file_type, std::wstring& destination) {
-  const ExtensionList& list = addin.extension_list;
+  const ExtensionList& list = addin.saving.extension_list;
   const std::wstring wanted = UCase(file_type);
   for (size_t row = 1; row < list.names.size(); ++row) {
     if (UCase(list.names[row]) == wanted && Cell(list.checked, row) == L"1") {

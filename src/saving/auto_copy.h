@@ -3,7 +3,7 @@
 // copy stage of the new-mail handler. Both use one table (rows numbered from 1) and one lookup.
 #include <string>
 
-#include "host/addin.h"
+#include "addin/addin.h"
 #include "platform/outlook.h"
 
 namespace corvina {

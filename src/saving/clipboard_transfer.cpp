@@ -1,7 +1,7 @@
 #include "saving/clipboard_transfer.h"
 
 #include "platform/clipboard.h"
-#include "saving/bulid_path.h"
+#include "settings/bulid_path.h"
 #include "saving/file_names.h"
 
 namespace corvina {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "host/addin.h"
+#include "addin/addin.h"
 
 namespace corvina {
 

@@ -2,7 +2,7 @@
 #include <cstdint>
 #include <string>
 
-#include "host/addin.h"
+#include "addin/addin.h"
 
 namespace corvina {
 

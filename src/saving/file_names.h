@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "host/addin.h"
+#include "addin/addin.h"
 #include "platform/file_system.h"
 
 namespace corvina {

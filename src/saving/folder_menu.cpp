@@ -7,10 +7,10 @@ namespace corvina {
 std::wstring BrowseForFolder(AddIn& addin, const std::wstring& start_folder) {
   return addin.Run(L"BrowseForFolder", std::wstring(), [&] {
     std::wstring start = start_folder;
-    if (start.empty()) start = addin.LastBrowsedFolder;
+    if (start.empty()) start = addin.saving.LastBrowsedFolder;
     if (start.empty()) start = L"c:\\";
     std::wstring chosen = addin.services.ui.BrowseForFolder(kBrowseTitle, kBrowseFlags, start);
-    if (!chosen.empty()) addin.LastBrowsedFolder = chosen;
+    if (!chosen.empty()) addin.saving.LastBrowsedFolder = chosen;
     return chosen;
   });
 }
@@ -20,12 +20,12 @@ void PopUpFolderMenu(AddIn& addin) {
   const int32_t choice = addin.services.ui.ShowFolderMenu(addin.config.glbFolder);
   if (choice >= 0 && static_cast<size_t>(choice) < addin.config.glbFolder.size()) {
     addin.Run(L"mnu_Folder_Click", [&] {
-      addin.SaveDestination = addin.config.glbFolder[static_cast<size_t>(choice)];
+      addin.saving.SaveDestination = addin.config.glbFolder[static_cast<size_t>(choice)];
     });
   } else if (choice == kFolderMenuBrowse) {
-    addin.Run(L"mnu_FolderBrowse_Click", [&] { addin.SaveDestination = BrowseForFolder(addin, L""); });
+    addin.Run(L"mnu_FolderBrowse_Click", [&] { addin.saving.SaveDestination = BrowseForFolder(addin, L""); });
   } else {
-    addin.SaveDestination.clear();
+    addin.saving.SaveDestination.clear();
   }
   addin.Run(L"mnu_Folder_Click", [&] {
     if (auto explorer = addin.oApplication ? addin.oApplication->ActiveExplorer() : nullptr)

@@ -2,7 +2,7 @@
 // frmMenu, the Save button's pop-up of destination folders, and the shell folder browser.
 #include <string>
 
-#include "host/addin.h"
+#include "addin/addin.h"
 
 namespace corvina {
 

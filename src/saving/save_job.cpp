@@ -4,11 +4,9 @@
 #include <vector>
 
 #include "base/text.h"
-#include "host/command_bars.h"
 #include "platform/path.h"
 #include "platform/user_interface.h"
 #include "saving/file_names.h"
-#include "saving/folder_menu.h"
 #include "saving/saving_form.h"
 
 namespace corvina {
@@ -89,7 +87,7 @@ bool SaveItemAttachments(AddIn& addin, const JobItem& job_item, const std::wstri
   auto& attachments = job_item.attachments;
   for (int32_t a = 1; a <= job_item.count; ++a) {
     addin.services.ui.DoEvents();
-    if (addin.CancelRequested) return false;
+    if (addin.saving.CancelRequested) return false;
     form.Update(counts.total, counts.saved);
     auto attachment = attachments->Item(a);
     const std::wstring name = attachment->FileName();
@@ -128,7 +126,7 @@ void GetSelectedItems(AddIn& addin) {
     auto explorer = addin.oApplication ? addin.oApplication->ActiveExplorer() : nullptr;
     if (!explorer) return;
     auto selection = explorer->Selection();
-    const std::wstring destination = path::WithTrailingSeparator(addin.SaveDestination);
+    const std::wstring destination = path::WithTrailingSeparator(addin.saving.SaveDestination);
     const int32_t count = selection->Count();
     if (count > 32767) Raise(kErrOverflow, L"Overflow");
     std::vector<JobItem> items;
@@ -144,11 +142,11 @@ void GetSelectedItems(AddIn& addin) {
         !AskYesNo(addin, LargeSelectionQuestion(std::to_wstring(count),
                                                 FormatMegabytes(total_bytes / 1000000.0))))
       return;
-    addin.CancelRequested = false;
+    addin.saving.CancelRequested = false;
     SavingForm form(addin);
     for (const JobItem& item : items) {
       addin.services.ui.DoEvents();
-      if (addin.CancelRequested) return;
+      if (addin.saving.CancelRequested) return;
       if (UCase(destination) == L"A:\\" && !FloppyPresent(addin)) {
         addin.services.ui.MsgBox(L"First, insert floppy, action canceled !", vbCritical, kProductName);
         return;
@@ -156,14 +154,14 @@ void GetSelectedItems(AddIn& addin) {
       if (!DestinationReady(addin, destination)) return;
       if (!SaveItemAttachments(addin, item, destination, counts, form, L"GetSelectedItems")) return;
     }
-    addin.SaveDestination.clear();
+    addin.saving.SaveDestination.clear();
   });
 }
 
 void GetSelectedItemsInspector(AddIn& addin, outlook::Item& item) {
   addin.Run(L"GetSelectedItemsInspector", [&] {
     if (item.Class() != outlook::olMail) return;
-    const std::wstring destination = path::WithTrailingSeparator(addin.SaveDestination);
+    const std::wstring destination = path::WithTrailingSeparator(addin.saving.SaveDestination);
     const double total_bytes = item.Size();
     const JobItem job_item = ReadJobItem(item);
     JobCounts counts;
@@ -171,35 +169,15 @@ void GetSelectedItemsInspector(AddIn& addin, outlook::Item& item) {
     if (ShownMegabytes(total_bytes) > kLargeSelectionMegabytes &&
         !AskYesNo(addin, LargeSelectionQuestion(L"", FormatMegabytes(total_bytes / 1000000.0))))
       return;
-    addin.CancelRequested = false;
+    addin.saving.CancelRequested = false;
     SavingForm form(addin);
     addin.services.ui.DoEvents();
-    if (addin.CancelRequested) return;
+    if (addin.saving.CancelRequested) return;
     if (!DestinationReady(addin, destination)) return;
     if (!SaveItemAttachments(addin, job_item, destination, counts, form, L"GetSelectedItemsInspector"))
       return;
-    addin.SaveDestination.clear();
+    addin.saving.SaveDestination.clear();
   });
-}
-
-void SaveButtonClick(AddIn& addin, SaveSource source, outlook::Inspector* owner) {
-  ValidateDestFolders(addin);
-  PopUpFolderMenu(addin);
-  if (addin.SaveDestination.empty()) return;
-  SavingForm form(addin);
-  form.Load();
-  ToggleSaveFaceID(addin, true);
-  if (source == SaveSource::kInspector) {
-    std::shared_ptr<outlook::Inspector> active;
-    if (!owner && addin.oApplication) active = addin.oApplication->ActiveInspector();
-    outlook::Inspector* inspector = owner ? owner : active.get();
-    auto item = inspector ? inspector->CurrentItem() : nullptr;
-    if (item) GetSelectedItemsInspector(addin, *item);
-  } else {
-    GetSelectedItems(addin);
-  }
-  ToggleSaveFaceID(addin, false);
-  form.Unload();
 }
 
 }  // namespace corvina

@@ -1,16 +1,10 @@
 #pragma once
-// The Save button: attachments of the selected mails (main window) or of the open mail (mail
-// window) into the folder just chosen from the folder menu.
-#include "host/addin.h"
+// The save jobs behind the Save button: the attachments of the selected mails (main window) or
+// of the open mail (mail window) into the folder just chosen from the folder menu.
+#include "addin/addin.h"
 #include "platform/outlook.h"
 
 namespace corvina {
-
-enum class SaveSource { kExplorer, kInspector };
-
-// The whole click: folder check, folder menu, the job behind frmSaving, the busy face. A click
-// on a mail window's bar saves that window's mail (`owner`; the active window when null).
-void SaveButtonClick(AddIn& addin, SaveSource source, outlook::Inspector* owner = nullptr);
 
 // The jobs themselves, into the current save destination.
 void GetSelectedItems(AddIn& addin);

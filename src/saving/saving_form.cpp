@@ -15,7 +15,7 @@ SavingFormView SavingForm::ViewFor(const std::wstring& language, int32_t total, 
 
 void SavingForm::Show(int32_t total, int32_t saved) {
   SavingFormEvents events;
-  events.cancel = [this] { addin_.CancelRequested = true; };
+  events.cancel = [this] { addin_.saving.CancelRequested = true; };
   events.hide = [this] {
     addin_.Run(L"cmdHideMe_Click", [this] {
       if (auto explorer = addin_.oApplication ? addin_.oApplication->ActiveExplorer() : nullptr)

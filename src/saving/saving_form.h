@@ -3,7 +3,7 @@
 // the platform only draws them and reports the Cancel and hide buttons.
 #include <cstdint>
 
-#include "host/addin.h"
+#include "addin/addin.h"
 #include "platform/user_interface.h"
 
 namespace corvina {

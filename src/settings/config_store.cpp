@@ -2,7 +2,7 @@
 
 #include "base/text.h"
 #include "platform/path.h"
-#include "saving/bulid_path.h"
+#include "settings/bulid_path.h"
 #include "settings/config_keys.h"
 #include "settings/guard.h"
 

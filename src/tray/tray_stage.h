@@ -1,5 +1,5 @@
 #pragma once
-#include "host/addin.h"
+#include "addin/addin.h"
 #include "platform/outlook.h"
 
 namespace corvina {

@@ -4,7 +4,7 @@
 #include <random>
 
 #include "base/text.h"
-#include "host/folder_loop.h"
+#include "mail/folder_loop.h"
 #include "host/new_mail.h"
 #include "host/newest_item.h"
 #include "support/sim_world.h"
@@ -163,7 +163,7 @@ TEST(NewMailTest, EventReadsOnlyTheNewestItemWhateverTheInboxSize) {
     const uint64_t before = world.faults.Calls(sim::Service::kOutlook);
     world.store.DeliverNewMail(sim::MakeMail(L"Chat message from: a@b", At(22, 9, 0)));
     calls[size == 10 ? 0 : 1] = world.faults.Calls(sim::Service::kOutlook) - before;
-    EXPECT_EQ(addin->addin().DefaultDestination,
+    EXPECT_EQ(addin->addin().saving.DefaultDestination,
               std::wstring(testing::kAddinFolder) + L"\\My Stuff");
   }
   EXPECT_EQ(calls[0], calls[1]);

@@ -67,7 +67,7 @@ TEST(StartupTest, FirstStartShowsEveryProgressMessageInOrder) {
   EXPECT_TRUE(world.ui.LoadedForms().empty());  // frmInit is gone after start-up
   EXPECT_EQ(world.Setting(L"Configuration", L"IsFirstTime"), L"1");
   EXPECT_TRUE(world.files.DirectoryExists(std::wstring(testing::kAddinFolder) + L"\\Chat\\Images"));
-  EXPECT_EQ(addin->addin().extension_list.names.size(), 2u);  // row 0 stays empty
+  EXPECT_EQ(addin->addin().saving.extension_list.names.size(), 2u);  // row 0 stays empty
 }
 
 TEST(StartupTest, OptionalStepsAreSkippedWhenTheirSettingsAreEmpty) {

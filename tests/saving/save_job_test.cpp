@@ -45,7 +45,7 @@ TEST_F(SaveJobTest, ChosenFolderReceivesEveryAttachmentBehindTheProgressForm) {
   ClickSave(1);
   for (const wchar_t* name : {L"a.pdf", L"b.txt", L"c.jpg"})
     EXPECT_EQ(world.files.Get(Folder(1) + L"\\" + name).value_or("-"), "bytes of " + ToUtf8(name));
-  EXPECT_TRUE(addin->addin().SaveDestination.empty());
+  EXPECT_TRUE(addin->addin().saving.SaveDestination.empty());
   // frmSaving is gone; the hidden menu form stays loaded until disconnection.
   EXPECT_EQ(world.ui.LoadedForms(), std::vector<std::wstring>{L"frmMenu"});
   EXPECT_EQ(world.ui.saving_view().caption, L"Corvina - Saving files ...");
@@ -69,7 +69,7 @@ TEST_F(SaveJobTest, OnlyASelectionOverFiftyMegabytesAsks) {
                 L"You have selected 1 Emails to save their attachments \r\nwith approximately total "
                 L"size In MB of " + FormatMegabytes(size / 1000000.0) +
                     L"\r\nthis may take a while\r\nare you sure you want to procced?");
-      EXPECT_FALSE(addin->addin().SaveDestination.empty());  // No leaves the destination set
+      EXPECT_FALSE(addin->addin().saving.SaveDestination.empty());  // No leaves the destination set
     } else {
       EXPECT_TRUE(world.files.Get(Folder(0) + L"\\x.bin"));
     }
@@ -141,7 +141,7 @@ TEST_F(SaveJobTest, CancelBetweenAttachmentsKeepsWhatWasSavedAndTheDestination) 
   EXPECT_TRUE(world.files.Get(Folder(0) + L"\\1.pdf"));
   EXPECT_FALSE(world.files.Get(Folder(0) + L"\\2.pdf"));
   EXPECT_FALSE(world.files.Get(Folder(0) + L"\\3.pdf"));
-  EXPECT_EQ(addin->addin().SaveDestination, Folder(0));
+  EXPECT_EQ(addin->addin().saving.SaveDestination, Folder(0));
 }
 
 TEST_F(SaveJobTest, NamesThatLeaveTheFolderAreRefusedAndTheJobGoesOn) {
@@ -171,7 +171,7 @@ TEST_F(SaveJobTest, FullDiskEndsTheJobWithoutAHalfWrittenFile) {
 TEST_F(SaveJobTest, MailWindowJobHasItsOwnQuestionAndNoFloppyCheck) {
   auto mail = Mail({{L"w.pdf", 1}}, 70000000);
   world.store.OpenInspector(mail);
-  addin->addin().SaveDestination = L"a:\\";
+  addin->addin().saving.SaveDestination = L"a:\\";
   world.files.AddDriveWithoutDisk(L'A');
   world.ui.QueueMsgBoxAnswer(vbYes);
   world.ui.QueueMsgBoxAnswer(vbNo);

@@ -1,7 +1,7 @@
 #pragma once
 // The Win32 implementations of the platform services, owned together by one COM object and
 // handed to the core as corvina::Services.
-#include "host/services.h"
+#include "addin/services.h"
 #include "platform/win32/registry_settings_tree.h"
 #include "platform/win32/win32_beeper.h"
 #include "platform/win32/win32_clipboard.h"

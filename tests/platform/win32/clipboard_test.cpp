@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "host/addin.h"
+#include "addin/addin.h"
 #include "platform/sim/faults.h"
 #include "platform/sim/memory_settings_tree.h"
 #include "platform/sim/scripted_user_interface.h"

@@ -1,4 +1,4 @@
-#include "host/folder_loop.h"
+#include "mail/folder_loop.h"
 
 #include "base/text.h"
 

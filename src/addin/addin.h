@@ -1,25 +1,20 @@
 #pragma once
-// One running add-in: the platform services plus everything the add-in keeps while it runs
-// (every setting, the log, the current save destination ...). Subsystems receive it by
-// reference; two instances never share state.
+// The context of one running add-in: the platform services, the settings, the log, the guard
+// helpers and one state object per subsystem (each defined in its subsystem's folder). Every
+// subsystem receives it by reference; two instances never share state. It sits below the
+// subsystems: the top (host/) builds it and hands it down.
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "host/services.h"
+#include "addin/services.h"
+#include "saving/saving_state.h"
 #include "settings/config.h"
 #include "settings/config_store.h"
 #include "settings/guard.h"
 #include "settings/log.h"
 
 namespace corvina {
-
-// The automatic-copy table in memory: rows numbered from 1 (row 0 stays empty).
-struct ExtensionList {
-  std::vector<std::wstring> names{L""};
-  std::vector<std::wstring> destinations{L""};
-  std::vector<std::wstring> checked{L""};
-};
 
 class AddIn {
  public:
@@ -39,11 +34,7 @@ class AddIn {
   bool LoadedIndirectly = false;
   std::shared_ptr<outlook::Application> oApplication;
 
-  std::wstring SaveDestination;        // folder chosen for the current save job
-  std::wstring DefaultDestination;     // set by the new-mail handler from DefaultFolder
-  bool CancelRequested = false;
-  std::wstring LastBrowsedFolder;      // where the folder browser opens next time
-  ExtensionList extension_list;
+  SavingState saving;
 
   std::wstring LogPath() const { return services.addin_folder + L"\\Vireo.log"; }
   ConfigStore Store();

@@ -1,4 +1,4 @@
-#include "host/addin.h"
+#include "addin/addin.h"
 
 namespace corvina {
 

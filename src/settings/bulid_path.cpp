@@ -1,4 +1,4 @@
-#include "saving/bulid_path.h"
+#include "settings/bulid_path.h"
 
 #include "platform/path.h"
 #include "settings/guard.h"

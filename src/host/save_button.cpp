@@ -1,0 +1,32 @@
+#include "host/save_button.h"
+
+#include "host/command_bars.h"
+#include "saving/file_names.h"
+#include "saving/folder_menu.h"
+#include "saving/save_job.h"
+#include "saving/saving_form.h"
+
+namespace corvina {
+
+void SaveButtonClick(AddIn& addin, SaveSource source, outlook::Inspector* owner) {
+  ValidateDestFolders(addin);
+  PopUpFolderMenu(addin);
+  if (addin.saving.SaveDestination.empty()) return;
+  SavingForm form(addin);
+  form.Load();
+  ToggleSaveFaceID(addin, true);
+  if (source == SaveSource::kInspector) {
+    std::shared_ptr<outlook::Inspector> active;
+    if (!owner && addin.oApplication) active = addin.oApplication->ActiveInspector();
+    outlook::Inspector* inspector = owner ? owner : active.get();
+    auto item = inspector ? inspector->CurrentItem() : nullptr;
+    if (item) GetSelectedItemsInspector(addin, *item);
+  } else {
+    GetSelectedItems(addin);
+  }
+  ToggleSaveFaceID(addin, false);
+  form.Unload();
+}
+
+
+}  // namespace corvina

@@ -1,0 +1,15 @@
+#pragma once
+// The Save button's click, on either bar: the folder menu, then the save job behind frmSaving
+// with the button showing its busy face.
+#include "addin/addin.h"
+#include "platform/outlook.h"
+
+namespace corvina {
+
+enum class SaveSource { kExplorer, kInspector };
+
+// A click on a mail window's bar saves that window's mail (`owner`; the active mail window
+// when null); a click on the main toolbar saves the selected mails.
+void SaveButtonClick(AddIn& addin, SaveSource source, outlook::Inspector* owner = nullptr);
+
+}  // namespace corvina
