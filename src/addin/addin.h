@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "addin/services.h"
+#include "language/language.h"
 #include "saving/saving_state.h"
 #include "settings/config.h"
 #include "settings/config_store.h"
@@ -38,6 +39,10 @@ class AddIn {
 
   std::wstring LogPath() const { return services.addin_folder + L"\\Vireo.log"; }
   ConfigStore Store();
+  // A user-visible text in the current language, with %1, %2 ... filled from `args`.
+  std::wstring Text(TextId id, std::initializer_list<std::wstring_view> args = {}) const {
+    return FillText(LanguageText(config.glbLanguage, id), args);
+  }
   bool IsFormLoaded(const std::wstring& name);
   // Sets frmInit's status text when frmInit is loaded and lets it repaint.
   void ShowProgress(const std::wstring& text);

@@ -3,7 +3,6 @@
 #include "base/text.h"
 #include "corvina/version.h"
 #include "host/control_table.h"
-#include "host/language_strings.h"
 #include "host/web_and_lists.h"
 #include "host/save_button.h"
 #include "platform/user_interface.h"
@@ -18,8 +17,9 @@ void Tell(AddIn& addin, const std::wstring& text, int32_t style) {
   addin.services.ui.MsgBox(text, style, kProductName);
 }
 
-void NotInThisBuild(AddIn& addin, const wchar_t* feature) {
-  Tell(addin, NotInThisBuildText(feature), vbInformation);
+// Told when a toolbar command's feature is not part of this build, instead of doing nothing.
+void NotInThisBuild(AddIn& addin, TextId feature) {
+  Tell(addin, addin.Text(TextId::kNotInThisBuild, {addin.Text(feature)}), vbInformation);
 }
 
 void CountUse(AddIn& addin, int index) {
@@ -36,21 +36,20 @@ bool HasOpenMail(AddIn& addin, outlook::Inspector* owner) {
   outlook::Inspector* inspector = owner ? owner : active.get();
   auto item = inspector ? inspector->CurrentItem() : nullptr;
   if (item && item->Class() == outlook::olMail) return true;
-  Tell(addin, kTextNotMailItem, vbOKOnly);
+  Tell(addin, addin.Text(TextId::kNotMailItem), vbOKOnly);
   return false;
 }
 
 void About(AddIn& addin) {
   CountUse(addin, 9);
-  Tell(addin,
-       std::wstring(kProductName) + L" " + std::to_wstring(kVersionMajor) + L"." +
-           std::to_wstring(kVersionMinor) + L"." + std::to_wstring(kVersionRevision) +
-           L"\r\nAttachments, chat and virus alerts for Outlook.",
-       vbInformation);
+  const std::wstring version = std::to_wstring(kVersionMajor) + L"." +
+                              std::to_wstring(kVersionMinor) + L"." +
+                              std::to_wstring(kVersionRevision);
+  Tell(addin, addin.Text(TextId::kAboutText, {version}), vbInformation);
 }
 
 void ChangeLanguage(AddIn& addin, const std::wstring& choice) {
-  if (choice == L"Hebrew") Tell(addin, kTextHebrewWarning, vbExclamation);
+  if (choice == L"Hebrew") Tell(addin, addin.Text(TextId::kHebrewWarning), vbExclamation);
   ChangeLanuage(addin, choice);
   SetLanguageStrings(addin);
   ConfigStore store = addin.Store();
@@ -58,24 +57,25 @@ void ChangeLanguage(AddIn& addin, const std::wstring& choice) {
 }
 
 void Click(AddIn& addin, int index, outlook::Inspector* owner) {
+  using enum TextId;
   switch (index) {
     case 0:
-      if (HasOpenMail(addin, owner)) NotInThisBuild(addin, L"The stationery picker");
+      if (HasOpenMail(addin, owner)) NotInThisBuild(addin, kFeatureStationery);
       return;
     case 1:
       return SaveButtonClick(addin, owner ? SaveSource::kInspector : SaveSource::kExplorer, owner);
-    case 2: return NotInThisBuild(addin, L"The properties dialog");
-    case 3: return NotInThisBuild(addin, L"The picture preview");
-    case 4: return NotInThisBuild(addin, L"The distribution-list menu");
-    case 5: return NotInThisBuild(addin, L"The keyboard-layout translator");
-    case 8: return NotInThisBuild(addin, L"Virus alert");
+    case 2: return NotInThisBuild(addin, kFeatureProperties);
+    case 3: return NotInThisBuild(addin, kFeaturePreview);
+    case 4: return NotInThisBuild(addin, kFeatureDistributionLists);
+    case 5: return NotInThisBuild(addin, kFeatureTranslator);
+    case 8: return NotInThisBuild(addin, kFeatureVirusAlert);
     case 9: return About(addin);
-    case 10: return NotInThisBuild(addin, L"The uploader");
-    case 11: return NotInThisBuild(addin, L"My Storage");
-    case 12: return NotInThisBuild(addin, L"Chat");
-    case 13: return NotInThisBuild(addin, L"The attachment search");
+    case 10: return NotInThisBuild(addin, kFeatureUploader);
+    case 11: return NotInThisBuild(addin, kFeatureMyStorage);
+    case 12: return NotInThisBuild(addin, kFeatureChat);
+    case 13: return NotInThisBuild(addin, kFeatureSearch);
     case 14:
-      if (HasOpenMail(addin, owner)) NotInThisBuild(addin, L"The voice recorder");
+      if (HasOpenMail(addin, owner)) NotInThisBuild(addin, kFeatureRecorder);
       return;
     default: return;
   }
@@ -94,7 +94,8 @@ void RouteControlEvent(AddIn& addin, const std::wstring& context, int index,
 }
 
 void My_Menu1_Click(AddIn& addin, const std::wstring& context) {
-  Guard(addin.log, context, L"My_Menu1_Click", [&] { Tell(addin, kTextMenu1, vbOKOnly); });
+  // A leftover entry whose message is its own name, kept word for word in every language.
+  Guard(addin.log, context, L"My_Menu1_Click", [&] { Tell(addin, L"My_Menu1_Click  ", vbOKOnly); });
 }
 
 }  // namespace corvina

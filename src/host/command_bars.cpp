@@ -2,7 +2,6 @@
 
 #include "base/text.h"
 #include "host/control_table.h"
-#include "host/language_strings.h"
 #include "settings/guard.h"
 
 namespace corvina {
@@ -46,16 +45,15 @@ std::shared_ptr<outlook::CommandBarControl> CreateButton(AddIn& addin, outlook::
   }
   auto control = bar.Controls()->Add(outlook::msoControlButton, false);
   control->SetStyle(outlook::msoButtonIconAndCaption);
-  const ControlTexts texts = TextsForControl(index);
-  if (addin.config.HideAllText != L"1") control->SetCaption(index == 9 ? L"" : texts.caption);
+  if (addin.config.HideAllText != L"1") control->SetCaption(index == 9 ? L"" : addin.Text(row->caption));
   control->SetFaceId(row->face_id);
-  control->SetToolTipText(texts.tooltip);
+  control->SetToolTipText(addin.Text(row->tooltip));
   control->SetTag(row->tag);
   return control;
 }
 
-void ToggleFace(AddIn& addin, const wchar_t* tag, int index, int32_t face, int32_t busy_face,
-                bool flag) {
+void ToggleFace(AddIn& addin, const wchar_t* tag, TextId caption, int32_t face,
+                int32_t busy_face, bool flag) {
   auto explorer = addin.oApplication ? addin.oApplication->ActiveExplorer() : nullptr;
   if (!explorer) return;
   auto bar = FindBar(*explorer->CommandBars(), kBarName);
@@ -69,12 +67,12 @@ void ToggleFace(AddIn& addin, const wchar_t* tag, int index, int32_t face, int32
       control->SetFaceId(face);
     } else {
       control->SetFaceId(busy_face);
-      if (show_text) control->SetCaption(TextsForControl(index).caption);
+      if (show_text) control->SetCaption(addin.Text(caption));
     }
     control->SetVisible(true);
   } else {
     control->SetFaceId(face);
-    if (show_text) control->SetCaption(TextsForControl(index).caption);
+    if (show_text) control->SetCaption(addin.Text(caption));
   }
 }
 
@@ -151,12 +149,12 @@ void RemoveAddInCommandBarButton(AddIn& addin, int32_t RemoveMode) {
 
 void ToggleSaveFaceID(AddIn& addin, bool flag) {
   addin.Run(L"ToggleSaveFaceID",
-            [&] { ToggleFace(addin, kTagSave, 1, kSaveFace, kSaveBusyFace, flag); });
+            [&] { ToggleFace(addin, kTagSave, TextId::kCaptionSave, kSaveFace, kSaveBusyFace, flag); });
 }
 
 void ToggleSmartSenderFaceID(AddIn& addin, bool flag) {
   addin.Run(L"ToggleSmartSenderFaceID", [&] {
-    ToggleFace(addin, kTagSmartSender, 4, kSmartSenderFace, kSmartSenderBusyFace, flag);
+    ToggleFace(addin, kTagSmartSender, TextId::kCaptionSmartSender, kSmartSenderFace, kSmartSenderBusyFace, flag);
   });
 }
 

@@ -5,6 +5,8 @@
 #include <optional>
 #include <span>
 
+#include "language/text_id.h"
+
 namespace corvina {
 
 struct ControlSpec {
@@ -14,6 +16,8 @@ struct ControlSpec {
   int32_t busy_face_id;  // 0 when the control has no busy face
   bool created_at_startup;
   int statistic;  // the usage counter a click adds to (Statistic<n>), 0 for none
+  TextId caption;
+  TextId tooltip;
 };
 
 inline constexpr int kControlCount = 15;  // indices 0 .. 14

@@ -52,10 +52,12 @@ struct MsgBoxAnswer {
 
 // frmSaving as it is drawn.
 struct SavingFormView {
-  std::wstring caption = L"Corvina - Saving files ...";
+  std::wstring caption;
   std::wstring caption_label;  // lblCaption
   std::wstring total_label;    // lblNumber: how many attachments the job has
   std::wstring saved_label;    // how many are saved so far
+  std::wstring cancel_caption;
+  std::wstring hide_caption;
   int32_t progress_max = 0;    // prgrs_Numbers
   int32_t progress_value = 0;
   bool right_to_left = false;
@@ -92,9 +94,11 @@ class UserInterface {
 
   // frmSaving: shows the form as `view` says (the form must be loaded) and repaints it.
   virtual void ShowSavingForm(const SavingFormView& view, const SavingFormEvents& events) = 0;
-  // frmMenu's pop-up: one entry per folder and a browse entry at the mouse position. Returns
-  // the index of the chosen folder, kFolderMenuBrowse, or kFolderMenuNone when dismissed.
-  virtual int32_t ShowFolderMenu(const std::vector<std::wstring>& folders) = 0;
+  // frmMenu's pop-up: one entry per folder and a browse entry (captioned `browse_caption`) at
+  // the mouse position. Returns the index of the chosen folder, kFolderMenuBrowse, or
+  // kFolderMenuNone when dismissed.
+  virtual int32_t ShowFolderMenu(const std::vector<std::wstring>& folders,
+                                 const std::wstring& browse_caption) = 0;
   // The shell's folder browser; "" when cancelled.
   virtual std::wstring BrowseForFolder(const std::wstring& title, uint32_t flags,
                                        const std::wstring& start_folder) = 0;

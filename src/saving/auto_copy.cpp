@@ -90,7 +90,7 @@ void CopyNewMailAttachmentsByType(AddIn& addin, outlook::Item& mail) {
     const std::wstring target = destination + L"\\" + name;
     if (addin.services.files.FileExists(target) && addin.config.AutoReplace == L"0") {
       const int32_t answer = addin.services.ui.MsgBox(
-          L"The file " + destination + L"\\" + name + L" Already exsists.\r\nDo you want to replace it ?",
+          addin.Text(TextId::kReplaceFile, {destination + L"\\" + name}),
           vbYesNo | vbQuestion, kProductName);
       if (answer == vbNo) continue;
     }

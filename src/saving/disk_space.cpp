@@ -30,13 +30,13 @@ bool CheckDiskSpace(AddIn& addin, int32_t skip_disk_test, const std::wstring& de
     const bool tested = skip_disk_test != 1;
     const int64_t free = tested ? FreeMegabytes(addin, destination) : -1;
     if (tested && free != -1 && needed > static_cast<double>(free)) {
-      addin.services.ui.MsgBox(L"You do not have enought free disk space on the selected drive",
+      addin.services.ui.MsgBox(addin.Text(TextId::kNoDiskSpace),
                                vbInformation, kProductName);
       return false;
     }
     if (needed > kLargeSelectionMegabytes) {
       return addin.services.ui.MsgBox(
-                 LargeSelectionQuestion(std::to_wstring(count), FormatMegabytes(needed)),
+                 LargeSelectionQuestion(addin, std::to_wstring(count), FormatMegabytes(needed)),
                  vbYesNo | vbQuestion, kProductName) == vbYes;
     }
     return true;

@@ -17,7 +17,7 @@ std::wstring BrowseForFolder(AddIn& addin, const std::wstring& start_folder) {
 
 void PopUpFolderMenu(AddIn& addin) {
   addin.services.ui.LoadForm(L"frmMenu");
-  const int32_t choice = addin.services.ui.ShowFolderMenu(addin.config.glbFolder);
+  const int32_t choice = addin.services.ui.ShowFolderMenu(addin.config.glbFolder, addin.Text(TextId::kBrowseEntry));
   if (choice >= 0 && static_cast<size_t>(choice) < addin.config.glbFolder.size()) {
     addin.Run(L"mnu_Folder_Click", [&] {
       addin.saving.SaveDestination = addin.config.glbFolder[static_cast<size_t>(choice)];

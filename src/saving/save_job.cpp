@@ -37,8 +37,7 @@ bool FloppyPresent(AddIn& addin) {
 bool DestinationReady(AddIn& addin, const std::wstring& destination) {
   auto& files = addin.services.files;
   if (files.DirectoryExists(destination)) return true;
-  if (!AskYesNo(addin, L"Destination directory " + destination + L" does not exist\r\n" +
-                           L"Do you want to create it ?"))
+  if (!AskYesNo(addin, addin.Text(TextId::kCreateDestination, {destination})))
     return false;
   files.CreateDirectory(path::WithoutTrailingSeparator(destination));
   return true;
@@ -97,8 +96,7 @@ bool SaveItemAttachments(AddIn& addin, const JobItem& job_item, const std::wstri
     }
     const std::wstring target = destination + name;
     if (addin.services.files.FileExists(target) && addin.config.AutoReplace == L"0" &&
-        !AskYesNo(addin, L"The file " + destination + name + L" Already exsists.\r\n" +
-                             L"Do you want to replace it ?"))
+        !AskYesNo(addin, addin.Text(TextId::kReplaceFile, {destination + name})))
       continue;
     // A picture embedded in an HTML mail body is not an attachment the user thinks of.
     if (is_mail && addin.config.IncludeHtmlEmbeded == L"0" && attachment->Position() == 0) continue;
@@ -115,10 +113,9 @@ double ShownMegabytes(double bytes) {
   return static_cast<double>(std::llround(bytes / 1000000.0 * 100.0)) / 100.0;
 }
 
-std::wstring LargeSelectionQuestion(const std::wstring& count, const std::wstring& megabytes) {
-  return L"You have selected " + count + L" Emails to save their attachments \r\n" +
-         L"with approximately total size In MB of " + megabytes + L"\r\n" +
-         L"this may take a while\r\nare you sure you want to procced?";
+std::wstring LargeSelectionQuestion(const AddIn& addin, const std::wstring& count,
+                                    const std::wstring& megabytes) {
+  return addin.Text(TextId::kLargeSelection, {count, megabytes});
 }
 
 void GetSelectedItems(AddIn& addin) {
@@ -139,7 +136,7 @@ void GetSelectedItems(AddIn& addin) {
       counts.total = Add16(counts.total, items.back().count);
     }
     if (ShownMegabytes(total_bytes) > kLargeSelectionMegabytes &&
-        !AskYesNo(addin, LargeSelectionQuestion(std::to_wstring(count),
+        !AskYesNo(addin, LargeSelectionQuestion(addin, std::to_wstring(count),
                                                 FormatMegabytes(total_bytes / 1000000.0))))
       return;
     addin.saving.CancelRequested = false;
@@ -148,7 +145,7 @@ void GetSelectedItems(AddIn& addin) {
       addin.services.ui.DoEvents();
       if (addin.saving.CancelRequested) return;
       if (UCase(destination) == L"A:\\" && !FloppyPresent(addin)) {
-        addin.services.ui.MsgBox(L"First, insert floppy, action canceled !", vbCritical, kProductName);
+        addin.services.ui.MsgBox(addin.Text(TextId::kInsertFloppy), vbCritical, kProductName);
         return;
       }
       if (!DestinationReady(addin, destination)) return;
@@ -167,7 +164,7 @@ void GetSelectedItemsInspector(AddIn& addin, outlook::Item& item) {
     JobCounts counts;
     counts.total = job_item.count;
     if (ShownMegabytes(total_bytes) > kLargeSelectionMegabytes &&
-        !AskYesNo(addin, LargeSelectionQuestion(L"", FormatMegabytes(total_bytes / 1000000.0))))
+        !AskYesNo(addin, LargeSelectionQuestion(addin, L"", FormatMegabytes(total_bytes / 1000000.0))))
       return;
     addin.saving.CancelRequested = false;
     SavingForm form(addin);

@@ -18,6 +18,7 @@ inline constexpr double kLargeSelectionMegabytes = 50.0;
 double ShownMegabytes(double bytes);
 
 // The question asked before a large job ("" count for the mail window's variant).
-std::wstring LargeSelectionQuestion(const std::wstring& count, const std::wstring& megabytes);
+std::wstring LargeSelectionQuestion(const AddIn& addin, const std::wstring& count,
+                                    const std::wstring& megabytes);
 
 }  // namespace corvina

@@ -3,10 +3,16 @@
 namespace corvina {
 
 SavingFormView SavingForm::ViewFor(const std::wstring& language, int32_t total, int32_t saved) {
+  auto text = [&](TextId id, std::initializer_list<std::wstring_view> args = {}) {
+    return FillText(LanguageText(language, id), args);
+  };
   SavingFormView view;
-  view.caption_label = L"Saving attachments, please wait ...";
-  view.total_label = L"Attachments: " + std::to_wstring(total);
-  view.saved_label = L"Saved: " + std::to_wstring(saved);
+  view.caption = text(TextId::kSavingTitle);
+  view.caption_label = text(TextId::kSavingCaption);
+  view.total_label = text(TextId::kSavingTotal, {std::to_wstring(total)});
+  view.saved_label = text(TextId::kSavingSaved, {std::to_wstring(saved)});
+  view.cancel_caption = text(TextId::kSavingCancel);
+  view.hide_caption = text(TextId::kSavingHide);
   view.progress_max = total;
   view.progress_value = saved;
   view.right_to_left = language == L"Hebrew";

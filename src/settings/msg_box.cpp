@@ -4,16 +4,21 @@
 
 namespace corvina {
 
-MsgBoxView MsgBoxForm::DesignTimeView() {
+MsgBoxView MsgBoxForm::DesignTimeView(std::wstring_view language) {
   MsgBoxView view;
   view.caption = kProductName;
+  view.yes_caption = LanguageText(language, TextId::kMsgBoxYes);
+  view.no_caption = LanguageText(language, TextId::kMsgBoxNo);
+  view.ok_caption = LanguageText(language, TextId::kMsgBoxOk);
+  view.cancel_caption = LanguageText(language, TextId::kMsgBoxCancel);
+  view.dont_show_caption = LanguageText(language, TextId::kMsgBoxDontShow);
   return view;
 }
 
 MsgBoxView MsgBoxForm::Prepare(const std::wstring& text, const std::wstring& second_text,
                                const std::wstring& caption, int32_t InMsgBoxButtons,
-                               int32_t InMsgBoxDontShowAgain) {
-  MsgBoxView view = DesignTimeView();
+                               int32_t InMsgBoxDontShowAgain, std::wstring_view language) {
+  MsgBoxView view = DesignTimeView(language);
   view.text = text;
   if (!second_text.empty()) view.second_text = second_text;
   if (!caption.empty()) view.caption = caption;
@@ -29,7 +34,7 @@ void MsgBoxForm::ShowMsgBox(UserInterface& ui, const std::wstring& text,
                             const std::wstring& second_text, const std::wstring& caption,
                             int32_t InMsgBoxButtons, int32_t InMsgBoxDontShowAgain) {
   const MsgBoxView view = Prepare(text, second_text, caption, InMsgBoxButtons,
-                                  InMsgBoxDontShowAgain);
+                                  InMsgBoxDontShowAgain, language_);
   ui.LoadForm(L"frmMsgBox");
   MsgBoxAnswer answer;
   try {

@@ -25,8 +25,9 @@ class AnswerQueue : public UserInterface {
   void ShowSavingForm(const SavingFormView& view, const SavingFormEvents& events) override {
     inner_.ShowSavingForm(view, events);
   }
-  int32_t ShowFolderMenu(const std::vector<std::wstring>& folders) override {
-    return inner_.ShowFolderMenu(folders);
+  int32_t ShowFolderMenu(const std::vector<std::wstring>& folders,
+                         const std::wstring& browse_caption) override {
+    return inner_.ShowFolderMenu(folders, browse_caption);
   }
   std::wstring BrowseForFolder(const std::wstring& title, uint32_t flags,
                                const std::wstring& start_folder) override {

@@ -164,7 +164,8 @@ void ScriptedUserInterface::ShowSavingForm(const SavingFormView& view,
   Record(std::move(e));
 }
 
-int32_t ScriptedUserInterface::ShowFolderMenu(const std::vector<std::wstring>& folders) {
+int32_t ScriptedUserInterface::ShowFolderMenu(const std::vector<std::wstring>& folders,
+                                              const std::wstring& /*browse_caption*/) {
   faults_.Enter(Service::kUserInterface, "ShowFolderMenu");
   std::wstring entries;
   for (size_t i = 0; i < folders.size(); ++i)

@@ -52,7 +52,8 @@ class ScriptedUserInterface : public UserInterface {
   void SetProgressText(const std::wstring& text) override;
   void DoEvents() override;
   void ShowSavingForm(const SavingFormView& view, const SavingFormEvents& events) override;
-  int32_t ShowFolderMenu(const std::vector<std::wstring>& folders) override;
+  int32_t ShowFolderMenu(const std::vector<std::wstring>& folders,
+                         const std::wstring& browse_caption) override;
   std::wstring BrowseForFolder(const std::wstring& title, uint32_t flags,
                                const std::wstring& start_folder) override;
 

@@ -27,7 +27,7 @@ int CALLBACK SelectStartFolder(HWND hwnd, UINT message, LPARAM, LPARAM data) {
 
 }  // namespace
 
-int32_t RunFolderMenu(const std::vector<std::wstring>& folders) {
+int32_t RunFolderMenu(const std::vector<std::wstring>& folders, const std::wstring& browse_caption) {
   // A pop-up menu needs an owner window in the foreground: frmMenu is that hidden window.
   ScopedWindowClass cls(kMenuClass, DefWindowProcW);
   UniqueHWnd owner(CreateWindowExW(WS_EX_TOOLWINDOW, kMenuClass, L"", WS_POPUP, 0, 0, 0, 0, nullptr,
@@ -40,7 +40,7 @@ int32_t RunFolderMenu(const std::vector<std::wstring>& folders) {
   for (size_t i = 0; i < folders.size(); ++i)
     AppendMenuW(menu, MF_STRING, kFirstFolderCommand + i, folders[i].c_str());
   AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
-  AppendMenuW(menu, MF_STRING, kBrowseCommand, L"Browse...");
+  AppendMenuW(menu, MF_STRING, kBrowseCommand, browse_caption.c_str());
   POINT at{};
   GetCursorPos(&at);
   SetForegroundWindow(owner.get());

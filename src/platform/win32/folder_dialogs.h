@@ -8,7 +8,7 @@ namespace corvina::win32 {
 
 // One entry per folder and "Browse..." at the mouse position; the chosen index,
 // kFolderMenuBrowse, or kFolderMenuNone when the menu was dismissed.
-int32_t RunFolderMenu(const std::vector<std::wstring>& folders);
+int32_t RunFolderMenu(const std::vector<std::wstring>& folders, const std::wstring& browse_caption);
 
 // SHBrowseForFolder opening at `start_folder`; the chosen path (cut at the first NUL of a
 // 256-character buffer) or "" on cancel.

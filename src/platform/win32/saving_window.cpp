@@ -42,10 +42,10 @@ SavingWindow::SavingWindow(const SavingFormView& view)
   total_ = Child(wnd, L"STATIC", L"", SS_LEFT | SS_NOPREFIX, kMargin, 36, inner / 2, 18, 0, font);
   saved_ = Child(wnd, L"STATIC", L"", SS_RIGHT | SS_NOPREFIX, kMargin + inner / 2, 36, inner / 2, 18, 0, font);
   progress_ = Child(wnd, PROGRESS_CLASSW, L"", 0, kMargin, 60, inner, 18, 0, nullptr);
-  Child(wnd, L"BUTTON", L"Cancel", BS_PUSHBUTTON | WS_TABSTOP, kWidth - kMargin - 90, 104, 90, 28,
-        kCancelId, font);
-  Child(wnd, L"BUTTON", L"Hide", BS_PUSHBUTTON | WS_TABSTOP, kWidth - kMargin - 190, 104, 90, 28,
-        kHideId, font);
+  Child(wnd, L"BUTTON", view.cancel_caption.c_str(), BS_PUSHBUTTON | WS_TABSTOP,
+        kWidth - kMargin - 90, 104, 90, 28, kCancelId, font);
+  Child(wnd, L"BUTTON", view.hide_caption.c_str(), BS_PUSHBUTTON | WS_TABSTOP,
+        kWidth - kMargin - 190, 104, 90, 28, kHideId, font);
   ShowWindow(wnd, SW_SHOWNOACTIVATE);
 }
 

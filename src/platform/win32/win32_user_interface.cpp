@@ -92,7 +92,8 @@ void Win32UserInterface::ShowSavingForm(const SavingFormView& view,
   saving_->Show(view, events);
 }
 
-int32_t Win32UserInterface::ShowFolderMenu(const std::vector<std::wstring>& folders) {
+int32_t Win32UserInterface::ShowFolderMenu(const std::vector<std::wstring>& folders,
+                                           const std::wstring& browse_caption) {
   if (auto_answer_) {
     const std::wstring choice = Environment(L"CORVINA_AUTOFOLDER");
     if (EqualsIgnoreCase(choice, L"browse")) return kFolderMenuBrowse;
@@ -101,7 +102,7 @@ int32_t Win32UserInterface::ShowFolderMenu(const std::vector<std::wstring>& fold
     const int32_t index = static_cast<int32_t>(std::stol(choice));
     return static_cast<size_t>(index) < folders.size() ? index : kFolderMenuNone;
   }
-  return RunFolderMenu(folders);
+  return RunFolderMenu(folders, browse_caption);
 }
 
 std::wstring Win32UserInterface::BrowseForFolder(const std::wstring& title, uint32_t flags,

@@ -32,7 +32,8 @@ class Win32UserInterface : public UserInterface {
   void ShowSavingForm(const SavingFormView& view, const SavingFormEvents& events) override;
   // Under CORVINA_AUTOANSWER the menu answers CORVINA_AUTOFOLDER (an index, "browse", or
   // nothing: dismissed) and the browser CORVINA_AUTOBROWSE (a folder, or nothing: cancel).
-  int32_t ShowFolderMenu(const std::vector<std::wstring>& folders) override;
+  int32_t ShowFolderMenu(const std::vector<std::wstring>& folders,
+                         const std::wstring& browse_caption) override;
   std::wstring BrowseForFolder(const std::wstring& title, uint32_t flags,
                                const std::wstring& start_folder) override;
 

@@ -1,0 +1,89 @@
+// The texts of every TextId. English is complete; the other three languages follow.
+#include "language/language.h"
+
+namespace corvina {
+namespace {
+
+using enum TextId;
+
+// Rows in TextId order: LanguageText finds a row by its index.
+const LanguageRow kRows[] = {
+    {kCaptionCoolMail, {L"Cool Mail"}},
+    {kTipCoolMail, {L"Choose a stationery for this mail"}},
+    {kCaptionSave, {L"Save"}},
+    {kTipSave, {L"Save the attachments of the selected mails"}},
+    {kCaptionConfiguration, {L"Configuration"}},
+    {kTipConfiguration, {L"Corvina settings"}},
+    {kCaptionPreview, {L"Preview"}},
+    {kTipPreview, {L"Preview the pictures attached to the selected mails"}},
+    {kCaptionSmartSender, {L"Smart Sender"}},
+    {kTipSmartSender, {L"Send to a distribution list"}},
+    {kCaptionHebrew, {L"Hebrew"}},
+    {kTipHebrew, {L"Translate text typed with the wrong keyboard layout"}},
+    {kCaptionLanguage, {L"Language"}},
+    {kTipLanguage, {L"Choose the language of Corvina"}},
+    {kCaptionVirusAlert, {L"Virus Alert"}},
+    {kTipVirusAlert, {L"Virus-alert patterns and scans"}},
+    {kCaptionAbout, {L"About"}},
+    {kTipAbout, {L"About Corvina"}},
+    {kCaptionUpload, {L"Upload"}},
+    {kTipUpload, {L"Upload files"}},
+    {kCaptionMyStorage, {L"My Storage"}},
+    {kTipMyStorage, {L"Open My Storage"}},
+    {kCaptionChat, {L"Chat"}},
+    {kTipChat, {L"Chat with other Corvina users"}},
+    {kCaptionSearch, {L"Search"}},
+    {kTipSearch, {L"Search the mail folders for attachments"}},
+    {kCaptionVoiceMail, {L"Voice Mail"}},
+    {kTipVoiceMail, {L"Record a voice message for this mail"}},
+
+    {kNotMailItem, {L"Not a mail item"}},
+    {kHebrewWarning,
+     {L"Your system may not support Add-ins Hebrew fonts,\r\n"
+      L"If Hebrew will not be displayed correctly, return to English"}},
+    {kAboutText, {L"Corvina %1\r\nAttachments, chat and virus alerts for Outlook."}},
+    {kNotInThisBuild, {L"%1 is not part of this build of Corvina."}},
+    {kFeatureStationery, {L"The stationery picker"}},
+    {kFeatureProperties, {L"The properties dialog"}},
+    {kFeaturePreview, {L"The picture preview"}},
+    {kFeatureDistributionLists, {L"The distribution-list menu"}},
+    {kFeatureTranslator, {L"The keyboard-layout translator"}},
+    {kFeatureVirusAlert, {L"Virus alert"}},
+    {kFeatureUploader, {L"The uploader"}},
+    {kFeatureMyStorage, {L"My Storage"}},
+    {kFeatureChat, {L"Chat"}},
+    {kFeatureSearch, {L"The attachment search"}},
+    {kFeatureRecorder, {L"The voice recorder"}},
+
+    {kMsgBoxYes, {L"Yes"}},
+    {kMsgBoxNo, {L"No"}},
+    {kMsgBoxOk, {L"OK"}},
+    {kMsgBoxCancel, {L"Cancel"}},
+    {kMsgBoxDontShow, {L"Don't show this message again"}},
+
+    {kSavingTitle, {L"Corvina - Saving files ..."}},
+    {kSavingCaption, {L"Saving attachments, please wait ..."}},
+    {kSavingTotal, {L"Attachments: %1"}},
+    {kSavingSaved, {L"Saved: %1"}},
+    {kSavingCancel, {L"Cancel"}},
+    {kSavingHide, {L"Hide"}},
+    {kBrowseEntry, {L"Browse..."}},
+
+    {kLargeSelection,
+     {L"You have selected %1 Emails to save their attachments \r\n"
+      L"with approximately total size In MB of %2\r\n"
+      L"this may take a while\r\n"
+      L"are you sure you want to procced?"}},
+    {kInsertFloppy, {L"First, insert floppy, action canceled !"}},
+    {kCreateDestination, {L"Destination directory %1 does not exist\r\nDo you want to create it ?"}},
+    {kReplaceFile, {L"The file %1 Already exsists.\r\nDo you want to replace it ?"}},
+    {kNoDiskSpace, {L"You do not have enought free disk space on the selected drive"}},
+};
+
+static_assert(std::size(kRows) == static_cast<size_t>(kCount), "one row per TextId");
+
+}  // namespace
+
+std::span<const LanguageRow> LanguageTable() { return kRows; }
+
+}  // namespace corvina
