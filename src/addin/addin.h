@@ -33,7 +33,7 @@ class AddIn {
   }
 
   bool LoadedIndirectly = false;
-  std::shared_ptr<outlook::Application> oApplication;
+  outlook::Ref<outlook::Application> oApplication;
 
   SavingState saving;
 

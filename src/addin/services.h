@@ -25,7 +25,7 @@ struct Services {
   std::wstring addin_folder;
   // Creates or finds an Outlook application object before connection. Only a fallback: the
   // object Outlook hands to OnConnection is the one it trusts. May be empty.
-  std::function<std::shared_ptr<outlook::Application>()> create_application;
+  std::function<outlook::Ref<outlook::Application>()> create_application;
 };
 
 }  // namespace corvina

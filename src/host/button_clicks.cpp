@@ -31,7 +31,7 @@ void CountUse(AddIn& addin, int index) {
 // Buttons that work on the mail being written need an open mail window showing a mail: the
 // window whose bar was clicked, else the active one.
 bool HasOpenMail(AddIn& addin, outlook::Inspector* owner) {
-  std::shared_ptr<outlook::Inspector> active;
+  outlook::Ref<outlook::Inspector> active;
   if (!owner && addin.oApplication) active = addin.oApplication->ActiveInspector();
   outlook::Inspector* inspector = owner ? owner : active.get();
   auto item = inspector ? inspector->CurrentItem() : nullptr;

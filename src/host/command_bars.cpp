@@ -7,7 +7,7 @@
 namespace corvina {
 namespace {
 
-std::shared_ptr<outlook::CommandBar> AddBar(outlook::CommandBars& bars, const std::wstring& name) {
+outlook::Ref<outlook::CommandBar> AddBar(outlook::CommandBars& bars, const std::wstring& name) {
   auto bar = bars.Add(name, outlook::msoBarTop, false);
   bar->SetVisible(true);
   return bar;
@@ -32,7 +32,7 @@ void UpdateAddressBookFlag(AddIn& addin, outlook::Application& application) {
   }
 }
 
-std::shared_ptr<outlook::CommandBarControl> CreateButton(AddIn& addin, outlook::CommandBar& bar,
+outlook::Ref<outlook::CommandBarControl> CreateButton(AddIn& addin, outlook::CommandBar& bar,
                                                          int index) {
   const ControlSpec* row = FindControl(index);
   if (!row) Raise(kErrSubscript, L"Subscript out of range");
@@ -80,18 +80,18 @@ void ToggleFace(AddIn& addin, const wchar_t* tag, TextId caption, int32_t face,
 
 // Both lookups ask Outlook once instead of walking the window's bars or a bar's controls:
 // every call crosses into Outlook, and a window carries a hundred bars or more.
-std::shared_ptr<outlook::CommandBar> FindBar(outlook::CommandBars& bars, const std::wstring& name) {
+outlook::Ref<outlook::CommandBar> FindBar(outlook::CommandBars& bars, const std::wstring& name) {
   return bars.ItemByName(name);
 }
 
-std::shared_ptr<outlook::CommandBarControl> FindTaggedControl(outlook::CommandBar& bar,
+outlook::Ref<outlook::CommandBarControl> FindTaggedControl(outlook::CommandBar& bar,
                                                               const std::wstring& tag) {
   return bar.FindControl(tag);
 }
 
-std::shared_ptr<outlook::CommandBar> CreateAddInCommandBar(AddIn& addin,
+outlook::Ref<outlook::CommandBar> CreateAddInCommandBar(AddIn& addin,
                                                            outlook::Application& application) {
-  return addin.Run(L"CreateAddInCommandBar", std::shared_ptr<outlook::CommandBar>(), [&] {
+  return addin.Run(L"CreateAddInCommandBar", outlook::Ref<outlook::CommandBar>(), [&] {
     auto explorer = application.ActiveExplorer();
     if (!explorer) Raise(kErrObjectVariableNotSet, L"Object variable or With block variable not set");
     auto bars = explorer->CommandBars();
@@ -102,9 +102,9 @@ std::shared_ptr<outlook::CommandBar> CreateAddInCommandBar(AddIn& addin,
   });
 }
 
-std::shared_ptr<outlook::CommandBar> CreateAddInCommandBarInspector(AddIn& addin,
+outlook::Ref<outlook::CommandBar> CreateAddInCommandBarInspector(AddIn& addin,
                                                                     outlook::Inspector& inspector) {
-  return addin.Run(L"CreateAddInCommandBarInspector", std::shared_ptr<outlook::CommandBar>(), [&] {
+  return addin.Run(L"CreateAddInCommandBarInspector", outlook::Ref<outlook::CommandBar>(), [&] {
     auto bars = inspector.CommandBars();
     auto bar = FindBar(*bars, kInspectorBarName);
     if (!bar) bar = AddBar(*bars, kInspectorBarName);
@@ -113,23 +113,23 @@ std::shared_ptr<outlook::CommandBar> CreateAddInCommandBarInspector(AddIn& addin
   });
 }
 
-std::shared_ptr<outlook::CommandBarControl> CreateAddInButton(AddIn& addin,
+outlook::Ref<outlook::CommandBarControl> CreateAddInButton(AddIn& addin,
                                                               outlook::CommandBar& bar, int index) {
-  return addin.Run(L"CreateAddInButton", std::shared_ptr<outlook::CommandBarControl>(),
+  return addin.Run(L"CreateAddInButton", outlook::Ref<outlook::CommandBarControl>(),
                    [&] { return CreateButton(addin, bar, index); });
 }
 
-std::shared_ptr<outlook::CommandBarControl> CreateAddInButtonInspector(AddIn& addin,
+outlook::Ref<outlook::CommandBarControl> CreateAddInButtonInspector(AddIn& addin,
                                                                        outlook::CommandBar& bar,
                                                                        int index) {
-  return addin.Run(L"CreateAddInButtonInspector", std::shared_ptr<outlook::CommandBarControl>(),
+  return addin.Run(L"CreateAddInButtonInspector", outlook::Ref<outlook::CommandBarControl>(),
                    [&] { return CreateButton(addin, bar, index); });
 }
 
-std::shared_ptr<outlook::CommandBarControl> CreateAddInComboBox(AddIn& addin,
+outlook::Ref<outlook::CommandBarControl> CreateAddInComboBox(AddIn& addin,
                                                                 outlook::CommandBar& bar,
                                                                 int index) {
-  return addin.Run(L"CreateAddInComboBox", std::shared_ptr<outlook::CommandBarControl>(), [&] {
+  return addin.Run(L"CreateAddInComboBox", outlook::Ref<outlook::CommandBarControl>(), [&] {
     const ControlSpec* row = FindControl(index);
     auto combo = row ? FindTaggedControl(bar, row->tag) : nullptr;
     if (!combo) Raise(kErrObjectVariableNotSet, L"Object variable or With block variable not set");

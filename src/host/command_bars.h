@@ -11,26 +11,26 @@
 namespace corvina {
 
 // The first bar called `name`, or Nothing.
-std::shared_ptr<outlook::CommandBar> FindBar(outlook::CommandBars& bars, const std::wstring& name);
+outlook::Ref<outlook::CommandBar> FindBar(outlook::CommandBars& bars, const std::wstring& name);
 // The first control on `bar` tagged `tag`, or Nothing.
-std::shared_ptr<outlook::CommandBarControl> FindTaggedControl(outlook::CommandBar& bar,
+outlook::Ref<outlook::CommandBarControl> FindTaggedControl(outlook::CommandBar& bar,
                                                               const std::wstring& tag);
 
-std::shared_ptr<outlook::CommandBar> CreateAddInCommandBar(AddIn& addin,
+outlook::Ref<outlook::CommandBar> CreateAddInCommandBar(AddIn& addin,
                                                            outlook::Application& application);
-std::shared_ptr<outlook::CommandBar> CreateAddInCommandBarInspector(AddIn& addin,
+outlook::Ref<outlook::CommandBar> CreateAddInCommandBarInspector(AddIn& addin,
                                                                     outlook::Inspector& inspector);
 
 // The control of `index` on `bar` (the "Vireo" bar just found or made), created when missing.
 // An existing Hebrew or Virus Alert button is hidden instead and Nothing is returned.
-std::shared_ptr<outlook::CommandBarControl> CreateAddInButton(AddIn& addin,
+outlook::Ref<outlook::CommandBarControl> CreateAddInButton(AddIn& addin,
                                                               outlook::CommandBar& bar, int index);
-std::shared_ptr<outlook::CommandBarControl> CreateAddInButtonInspector(AddIn& addin,
+outlook::Ref<outlook::CommandBarControl> CreateAddInButtonInspector(AddIn& addin,
                                                                        outlook::CommandBar& bar,
                                                                        int index);
 // Creates nothing: hides the existing language combo box and returns it. Without one, the
 // empty reference fails and the failure is only logged.
-std::shared_ptr<outlook::CommandBarControl> CreateAddInComboBox(AddIn& addin,
+outlook::Ref<outlook::CommandBarControl> CreateAddInComboBox(AddIn& addin,
                                                                 outlook::CommandBar& bar,
                                                                 int index);
 // Removes the "Vireo" bar, only when the user removed the add-in (mode 1).

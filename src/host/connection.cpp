@@ -84,7 +84,7 @@ void DesVireo::Initilize_app() {
   });
 }
 
-void DesVireo::IDTExtensibility2_OnConnection(std::shared_ptr<outlook::Application> Application,
+void DesVireo::IDTExtensibility2_OnConnection(outlook::Ref<outlook::Application> Application,
                                               int32_t ConnectMode) noexcept {
   // The object Outlook hands over is the one it trusts (a separately created one raises its
   // security prompts); the creation-time object is only kept when none is given.
@@ -96,7 +96,7 @@ void DesVireo::IDTExtensibility2_OnConnection(std::shared_ptr<outlook::Applicati
     IDTExtensibility2_OnStartupComplete();
 }
 
-void DesVireo::RunConnectionSequence(std::shared_ptr<outlook::Application> application) {
+void DesVireo::RunConnectionSequence(outlook::Ref<outlook::Application> application) {
   if (IsOutlookLoadedIndirect()) {
     addin_.LoadedIndirectly = true;
     return;

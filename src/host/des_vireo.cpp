@@ -15,7 +15,7 @@ DesVireo::~DesVireo() {
 void DesVireo::AddinInstance_Initialize() noexcept {
   // Errors are ignored here: a missing Outlook object is simply looked for again later.
   addin_.Ignore([&] {
-    std::shared_ptr<outlook::Application> app;
+    outlook::Ref<outlook::Application> app;
     if (addin_.services.create_application) app = addin_.services.create_application();
     addin_.oApplication = app;
   });

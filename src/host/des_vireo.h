@@ -28,7 +28,7 @@ class DesVireo {
 
   // Entries called by Outlook.
   void AddinInstance_Initialize() noexcept;
-  void IDTExtensibility2_OnConnection(std::shared_ptr<outlook::Application> Application,
+  void IDTExtensibility2_OnConnection(outlook::Ref<outlook::Application> Application,
                                       int32_t ConnectMode) noexcept;
   void IDTExtensibility2_OnStartupComplete() noexcept;
   void IDTExtensibility2_OnDisconnection(int32_t RemoveMode) noexcept;
@@ -57,14 +57,14 @@ class DesVireo {
 
   AddIn& addin() { return addin_; }
   const InspectorBars& inspector_bars() const { return inspector_bars_; }
-  const std::shared_ptr<outlook::Explorer>& main_explorer() const { return oMainExplorer; }
-  const std::shared_ptr<outlook::CommandBarControl>& button(int index) const {
+  const outlook::Ref<outlook::Explorer>& main_explorer() const { return oMainExplorer; }
+  const outlook::Ref<outlook::CommandBarControl>& button(int index) const {
     return My_Button[static_cast<size_t>(index)];
   }
 
  private:
   std::wstring Context() const { return L"DesVireo"; }
-  void RunConnectionSequence(std::shared_ptr<outlook::Application> application);
+  void RunConnectionSequence(outlook::Ref<outlook::Application> application);
   void CreateToolbar();
   void HookButton(int index);
   void ConnectApplicationEvents();
@@ -72,9 +72,9 @@ class DesVireo {
 
   AddIn addin_;
   InspectorBars inspector_bars_{addin_, L"DesVireo"};
-  std::shared_ptr<outlook::Explorer> oMainExplorer;
-  std::shared_ptr<outlook::CommandBar> command_bar_;
-  std::array<std::shared_ptr<outlook::CommandBarControl>, kControlCount> My_Button;
+  outlook::Ref<outlook::Explorer> oMainExplorer;
+  outlook::Ref<outlook::CommandBar> command_bar_;
+  std::array<outlook::Ref<outlook::CommandBarControl>, kControlCount> My_Button;
   std::array<EventConnection, kControlCount> button_events_;
   EventConnection new_mail_event_;
   EventConnection startup_event_;

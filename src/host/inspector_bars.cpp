@@ -11,21 +11,21 @@ void InspectorBars::Connect(outlook::Application& application) {
   Guard(addin_.log, context_, L"oInspectors_NewInspector", [&] {
     auto inspectors = application.Inspectors();
     new_inspector_ = inspectors->OnNewInspector(
-        [this](std::shared_ptr<outlook::Inspector> inspector) { oInspectors_NewInspector(inspector); });
+        [this](outlook::Ref<outlook::Inspector> inspector) { oInspectors_NewInspector(inspector); });
     const int32_t open = inspectors->Count();
     for (int32_t i = 1; i <= open; ++i) Equip(inspectors->Item(i));
   });
 }
 
 void InspectorBars::oInspectors_NewInspector(
-    const std::shared_ptr<outlook::Inspector>& inspector) noexcept {
+    const outlook::Ref<outlook::Inspector>& inspector) noexcept {
   Guard(addin_.log, context_, L"oInspectors_NewInspector", [&] {
     DropClosed();
     Equip(inspector);
   });
 }
 
-void InspectorBars::Equip(const std::shared_ptr<outlook::Inspector>& inspector) {
+void InspectorBars::Equip(const outlook::Ref<outlook::Inspector>& inspector) {
   if (!inspector) return;
   auto item = inspector->CurrentItem();
   if (!item || item->Class() != outlook::olMail) return;  // the bar belongs to mail windows

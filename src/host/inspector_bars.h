@@ -21,19 +21,19 @@ class InspectorBars {
   // Starts listening for new mail windows and equips those already open.
   void Connect(outlook::Application& application);
   // Outlook's NewInspector event.
-  void oInspectors_NewInspector(const std::shared_ptr<outlook::Inspector>& inspector) noexcept;
+  void oInspectors_NewInspector(const outlook::Ref<outlook::Inspector>& inspector) noexcept;
   void Release() noexcept;
   size_t open_windows() const;
 
  private:
   struct Window {
-    std::shared_ptr<outlook::Inspector> inspector;
-    std::vector<std::shared_ptr<outlook::CommandBarControl>> controls;
+    outlook::Ref<outlook::Inspector> inspector;
+    std::vector<outlook::Ref<outlook::CommandBarControl>> controls;
     std::vector<EventConnection> events;
     EventConnection close;
     bool closed = false;
   };
-  void Equip(const std::shared_ptr<outlook::Inspector>& inspector);
+  void Equip(const outlook::Ref<outlook::Inspector>& inspector);
   void DropClosed() noexcept;
 
   AddIn& addin_;

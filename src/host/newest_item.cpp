@@ -19,7 +19,7 @@ std::optional<Date> RuleTime(outlook::Item& item) {
 
 // The newest item of one kind: restrict to its message classes, sort on its time, and take the
 // first item of the wanted class (normally the very first).
-std::shared_ptr<outlook::Item> NewestOfKind(outlook::Items& items, const wchar_t* class_prefix,
+outlook::Ref<outlook::Item> NewestOfKind(outlook::Items& items, const wchar_t* class_prefix,
                                             const wchar_t* sort_property, int32_t wanted) {
   auto kind = items.Restrict(std::wstring(L"@SQL=") + kMessageClass + L" LIKE '" + class_prefix +
                              L"%'");
@@ -38,8 +38,8 @@ std::wstring DaslMinute(Date utc) {
 
 }  // namespace
 
-std::shared_ptr<outlook::Item> ReportItemByWalk(outlook::Items& items) {
-  std::shared_ptr<outlook::Item> newest;
+outlook::Ref<outlook::Item> ReportItemByWalk(outlook::Items& items) {
+  outlook::Ref<outlook::Item> newest;
   Date newest_time;
   const int32_t count = items.Count();
   for (int32_t i = 1; i <= count; ++i) {
@@ -53,7 +53,7 @@ std::shared_ptr<outlook::Item> ReportItemByWalk(outlook::Items& items) {
   return newest;
 }
 
-std::shared_ptr<outlook::Item> ReportItem(outlook::Items& items, Clock& clock) {
+outlook::Ref<outlook::Item> ReportItem(outlook::Items& items, Clock& clock) {
   auto mail = NewestOfKind(items, L"IPM.Note", L"[ReceivedTime]", outlook::olMail);
   auto report = NewestOfKind(items, L"REPORT.", L"[CreationTime]", outlook::olReport);
   if (!mail && !report) return nullptr;
@@ -69,7 +69,7 @@ std::shared_ptr<outlook::Item> ReportItem(outlook::Items& items, Clock& clock) {
   const std::wstring since = DaslMinute(AddSeconds(clock.LocalToUtc(*newest), -60));
   auto recent = items.Restrict(L"@SQL=\"urn:schemas:httpmail:datereceived\" >= '" + since +
                                L"' OR \"DAV:creationdate\" >= '" + since + L"'");
-  std::shared_ptr<outlook::Item> best;
+  outlook::Ref<outlook::Item> best;
   Date best_time;
   for (auto item = recent->GetFirst(); item; item = recent->GetNext()) {
     auto time = RuleTime(*item);

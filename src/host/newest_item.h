@@ -11,10 +11,10 @@ namespace corvina {
 
 // Answers through Outlook's own views (Restrict, Sort, GetFirst) so the number of object-model
 // calls does not grow with the folder: Outlook disables an add-in that makes too many.
-std::shared_ptr<outlook::Item> ReportItem(outlook::Items& items, Clock& clock);
+outlook::Ref<outlook::Item> ReportItem(outlook::Items& items, Clock& clock);
 
 // The same rule by walking every item (two calls per item): the reference the fast path is
 // checked against; never used inside Outlook.
-std::shared_ptr<outlook::Item> ReportItemByWalk(outlook::Items& items);
+outlook::Ref<outlook::Item> ReportItemByWalk(outlook::Items& items);
 
 }  // namespace corvina

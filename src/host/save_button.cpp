@@ -16,7 +16,7 @@ void SaveButtonClick(AddIn& addin, SaveSource source, outlook::Inspector* owner)
   form.Load();
   ToggleSaveFaceID(addin, true);
   if (source == SaveSource::kInspector) {
-    std::shared_ptr<outlook::Inspector> active;
+    outlook::Ref<outlook::Inspector> active;
     if (!owner && addin.oApplication) active = addin.oApplication->ActiveInspector();
     outlook::Inspector* inspector = owner ? owner : active.get();
     auto item = inspector ? inspector->CurrentItem() : nullptr;

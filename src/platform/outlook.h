@@ -1,19 +1,60 @@
 #pragma once
 // The part of Outlook's object model the add-in uses, as abstract interfaces. Every member is
 // one object-model call in real Outlook (a late-bound IDispatch call); each may throw
-// corvina::Error with the number, source and description Outlook reported. Objects are shared
-// because Outlook hands out reference-counted objects; "Nothing" is an empty shared_ptr.
+// corvina::Error with the number, source and description Outlook reported. Objects are handed
+// out as Ref: shared, because Outlook hands out reference-counted objects, and possibly
+// Nothing, because any member may return Nothing where an object was expected.
 //
 // Collections are 1-based, as in Outlook.
+#include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "base/date.h"
+#include "base/error.h"
 #include "platform/event_connection.h"
 
 namespace corvina::outlook {
+
+// An object reference. Nothing is an empty Ref; using Nothing through -> or * raises the
+// classic error 91 instead of touching a null pointer, so a host that answers Nothing where an
+// object belongs costs one log line, never the process. Testing a Ref for Nothing (`if (!x)`)
+// is always safe.
+template <class T>
+class Ref {
+ public:
+  Ref() = default;
+  Ref(std::nullptr_t) {}  // NOLINT: Nothing converts implicitly, as in the object model
+  template <class U>
+    requires std::convertible_to<U*, T*>
+  Ref(std::shared_ptr<U> object) : object_(std::move(object)) {}  // NOLINT
+  template <class U>
+    requires std::convertible_to<U*, T*>
+  Ref(Ref<U> other) : object_(std::move(other).shared()) {}  // NOLINT
+
+  T* operator->() const { return &Use(); }
+  T& operator*() const { return Use(); }
+  explicit operator bool() const noexcept { return object_ != nullptr; }
+  // The raw pointer, null for Nothing: for handing on, never for calling through.
+  T* get() const noexcept { return object_.get(); }
+  const std::shared_ptr<T>& shared() const& noexcept { return object_; }
+  std::shared_ptr<T> shared() && noexcept { return std::move(object_); }
+  void reset() noexcept { object_.reset(); }
+
+  friend bool operator==(const Ref& a, const Ref& b) noexcept { return a.object_ == b.object_; }
+  friend bool operator==(const Ref& a, std::nullptr_t) noexcept { return !a.object_; }
+
+ private:
+  T& Use() const {
+    if (!object_) Raise(kErrObjectVariableNotSet, L"Object variable or With block variable not set");
+    return *object_;
+  }
+  std::shared_ptr<T> object_;
+};
 
 // Item Class values (OlObjectClass).
 inline constexpr int32_t olAppointment = 26;
@@ -59,8 +100,8 @@ class Attachments {
  public:
   virtual ~Attachments() = default;
   virtual int32_t Count() = 0;
-  virtual std::shared_ptr<Attachment> Item(int32_t index) = 0;
-  virtual std::shared_ptr<Attachment> Add(const std::wstring& path) = 0;
+  virtual Ref<outlook::Attachment> Item(int32_t index) = 0;
+  virtual Ref<outlook::Attachment> Add(const std::wstring& path) = 0;
 };
 
 class Recipients {
@@ -91,8 +132,8 @@ class Item {
   virtual bool UnRead() = 0;
   virtual void SetUnRead(bool value) = 0;
   virtual int32_t Size() = 0;
-  virtual std::shared_ptr<outlook::Attachments> Attachments() = 0;
-  virtual std::shared_ptr<outlook::Recipients> Recipients() = 0;
+  virtual Ref<outlook::Attachments> Attachments() = 0;
+  virtual Ref<outlook::Recipients> Recipients() = 0;
   virtual void Send() = 0;
   virtual void Delete() = 0;
   virtual void Display() = 0;
@@ -106,28 +147,28 @@ class Items {
  public:
   virtual ~Items() = default;
   virtual int32_t Count() = 0;
-  virtual std::shared_ptr<outlook::Item> Item(int32_t index) = 0;
+  virtual Ref<outlook::Item> Item(int32_t index) = 0;
   virtual void Sort(const std::wstring& property, bool descending) = 0;
-  virtual std::shared_ptr<Items> Restrict(const std::wstring& filter) = 0;
-  virtual std::shared_ptr<outlook::Item> Find(const std::wstring& filter) = 0;
-  virtual std::shared_ptr<outlook::Item> FindNext() = 0;
-  virtual std::shared_ptr<outlook::Item> GetFirst() = 0;
-  virtual std::shared_ptr<outlook::Item> GetNext() = 0;
-  virtual std::shared_ptr<outlook::Item> GetLast() = 0;
+  virtual Ref<outlook::Items> Restrict(const std::wstring& filter) = 0;
+  virtual Ref<outlook::Item> Find(const std::wstring& filter) = 0;
+  virtual Ref<outlook::Item> FindNext() = 0;
+  virtual Ref<outlook::Item> GetFirst() = 0;
+  virtual Ref<outlook::Item> GetNext() = 0;
+  virtual Ref<outlook::Item> GetLast() = 0;
 };
 
 class Folder {
  public:
   virtual ~Folder() = default;
   virtual std::wstring Name() = 0;
-  virtual std::shared_ptr<outlook::Items> Items() = 0;
+  virtual Ref<outlook::Items> Items() = 0;
 };
 
 class NameSpace {
  public:
   virtual ~NameSpace() = default;
-  virtual std::shared_ptr<Folder> GetDefaultFolder(int32_t kind) = 0;
-  virtual std::shared_ptr<Item> GetItemFromID(const std::wstring& entry_id) = 0;
+  virtual Ref<outlook::Folder> GetDefaultFolder(int32_t kind) = 0;
+  virtual Ref<outlook::Item> GetItemFromID(const std::wstring& entry_id) = 0;
   // AddressLists.Count: how many address books the profile offers.
   virtual int32_t AddressListCount() = 0;
 };
@@ -161,8 +202,8 @@ class CommandBarControls {
  public:
   virtual ~CommandBarControls() = default;
   virtual int32_t Count() = 0;
-  virtual std::shared_ptr<CommandBarControl> Item(int32_t index) = 0;
-  virtual std::shared_ptr<CommandBarControl> Add(int32_t type, bool temporary) = 0;
+  virtual Ref<outlook::CommandBarControl> Item(int32_t index) = 0;
+  virtual Ref<outlook::CommandBarControl> Add(int32_t type, bool temporary) = 0;
 };
 
 class CommandBar {
@@ -171,10 +212,10 @@ class CommandBar {
   virtual std::wstring Name() = 0;
   virtual bool Visible() = 0;
   virtual void SetVisible(bool value) = 0;
-  virtual std::shared_ptr<CommandBarControls> Controls() = 0;
+  virtual Ref<outlook::CommandBarControls> Controls() = 0;
   // FindControl(Tag:=tag): the first control on the bar with that tag, or Nothing. One call,
   // where walking the controls would cost two per control.
-  virtual std::shared_ptr<CommandBarControl> FindControl(const std::wstring& tag) = 0;
+  virtual Ref<outlook::CommandBarControl> FindControl(const std::wstring& tag) = 0;
   virtual void Delete() = 0;
 };
 
@@ -182,11 +223,11 @@ class CommandBars {
  public:
   virtual ~CommandBars() = default;
   virtual int32_t Count() = 0;
-  virtual std::shared_ptr<CommandBar> Item(int32_t index) = 0;
+  virtual Ref<outlook::CommandBar> Item(int32_t index) = 0;
   // Item(name): the bar of that name, or Nothing when there is none. One call, where walking
   // the window's bars (a hundred or more in Outlook) would cost two per bar.
-  virtual std::shared_ptr<CommandBar> ItemByName(const std::wstring& name) = 0;
-  virtual std::shared_ptr<CommandBar> Add(const std::wstring& name, int32_t position,
+  virtual Ref<outlook::CommandBar> ItemByName(const std::wstring& name) = 0;
+  virtual Ref<outlook::CommandBar> Add(const std::wstring& name, int32_t position,
                                           bool temporary) = 0;
 };
 
@@ -194,14 +235,14 @@ class Selection {
  public:
   virtual ~Selection() = default;
   virtual int32_t Count() = 0;
-  virtual std::shared_ptr<outlook::Item> Item(int32_t index) = 0;
+  virtual Ref<outlook::Item> Item(int32_t index) = 0;
 };
 
 class Explorer {
  public:
   virtual ~Explorer() = default;
-  virtual std::shared_ptr<outlook::Selection> Selection() = 0;
-  virtual std::shared_ptr<outlook::CommandBars> CommandBars() = 0;
+  virtual Ref<outlook::Selection> Selection() = 0;
+  virtual Ref<outlook::CommandBars> CommandBars() = 0;
   virtual void Activate() = 0;
   [[nodiscard]] virtual EventConnection OnClose(std::function<void()> handler) = 0;
   [[nodiscard]] virtual EventConnection OnDeactivate(std::function<void()> handler) = 0;
@@ -211,14 +252,14 @@ class Explorers {
  public:
   virtual ~Explorers() = default;
   virtual int32_t Count() = 0;
-  virtual std::shared_ptr<Explorer> Item(int32_t index) = 0;
+  virtual Ref<outlook::Explorer> Item(int32_t index) = 0;
 };
 
 class Inspector {
  public:
   virtual ~Inspector() = default;
-  virtual std::shared_ptr<outlook::Item> CurrentItem() = 0;
-  virtual std::shared_ptr<outlook::CommandBars> CommandBars() = 0;
+  virtual Ref<outlook::Item> CurrentItem() = 0;
+  virtual Ref<outlook::CommandBars> CommandBars() = 0;
   [[nodiscard]] virtual EventConnection OnClose(std::function<void()> handler) = 0;
 };
 
@@ -227,20 +268,20 @@ class Inspectors {
  public:
   virtual ~Inspectors() = default;
   virtual int32_t Count() = 0;
-  virtual std::shared_ptr<Inspector> Item(int32_t index) = 0;
+  virtual Ref<outlook::Inspector> Item(int32_t index) = 0;
   [[nodiscard]] virtual EventConnection OnNewInspector(
-      std::function<void(std::shared_ptr<Inspector>)> handler) = 0;
+      std::function<void(Ref<outlook::Inspector>)> handler) = 0;
 };
 
 class Application {
  public:
   virtual ~Application() = default;
-  virtual std::shared_ptr<outlook::Explorers> Explorers() = 0;
-  virtual std::shared_ptr<Explorer> ActiveExplorer() = 0;    // Nothing without a main window
-  virtual std::shared_ptr<Inspector> ActiveInspector() = 0;  // Nothing without a mail window
-  virtual std::shared_ptr<outlook::Inspectors> Inspectors() = 0;
-  virtual std::shared_ptr<outlook::NameSpace> GetNamespace(const std::wstring& type) = 0;
-  virtual std::shared_ptr<Item> CreateItem(int32_t kind) = 0;
+  virtual Ref<outlook::Explorers> Explorers() = 0;
+  virtual Ref<outlook::Explorer> ActiveExplorer() = 0;    // Nothing without a main window
+  virtual Ref<outlook::Inspector> ActiveInspector() = 0;  // Nothing without a mail window
+  virtual Ref<outlook::Inspectors> Inspectors() = 0;
+  virtual Ref<outlook::NameSpace> GetNamespace(const std::wstring& type) = 0;
+  virtual Ref<outlook::Item> CreateItem(int32_t kind) = 0;
   [[nodiscard]] virtual EventConnection OnNewMail(std::function<void()> handler) = 0;
   [[nodiscard]] virtual EventConnection OnStartup(std::function<void()> handler) = 0;
 };

@@ -67,13 +67,13 @@ struct JobCounts {
 
 // An item of the job with its attachments, read once while the job is sized up.
 struct JobItem {
-  std::shared_ptr<outlook::Item> owned;  // empty when the caller owns the item
+  outlook::Ref<outlook::Item> owned;  // empty when the caller owns the item
   outlook::Item* item = nullptr;
-  std::shared_ptr<outlook::Attachments> attachments;
+  outlook::Ref<outlook::Attachments> attachments;
   int32_t count = 0;
 };
 
-JobItem ReadJobItem(outlook::Item& item, std::shared_ptr<outlook::Item> owned = nullptr) {
+JobItem ReadJobItem(outlook::Item& item, outlook::Ref<outlook::Item> owned = nullptr) {
   JobItem j{std::move(owned), &item, item.Attachments(), 0};
   j.count = j.attachments->Count();
   return j;

@@ -18,11 +18,11 @@ Date At(int day, int hour, int minute, int second = 0) {
   return FromCivil({2026, 11, day, hour, minute, second});
 }
 
-std::shared_ptr<outlook::Items> InboxItems(SimWorld& world) {
+outlook::Ref<outlook::Items> InboxItems(SimWorld& world) {
   return world.application->GetNamespace(L"MAPI")->GetDefaultFolder(outlook::olFolderInbox)->Items();
 }
 
-std::wstring Id(const std::shared_ptr<outlook::Item>& item) { return item ? item->EntryID() : L"-"; }
+std::wstring Id(const outlook::Ref<outlook::Item>& item) { return item ? item->EntryID() : L"-"; }
 
 TEST(NewestItemTest, MailsCountByReceivedTimeReportsByCreationTimeOthersNot) {
   SimWorld world;

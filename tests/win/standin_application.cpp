@@ -76,8 +76,8 @@ const KindTable<outlook::Inspectors>& TableOf(KindTag<outlook::Inspectors>) {
            [](const std::shared_ptr<Context>& context, Ref<I> inspectors, const Fire& fire) {
              std::vector<EventConnection> all;
              all.push_back(inspectors->OnNewInspector(
-                 [context, fire](std::shared_ptr<outlook::Inspector> window) {
-                   Microsoft::WRL::ComPtr<IDispatch> arg = Expose(context, std::move(window));
+                 [context, fire](outlook::Ref<outlook::Inspector> window) {
+                   Microsoft::WRL::ComPtr<IDispatch> arg = Expose(context, std::move(window).shared());
                    VARIANT v;
                    VariantInit(&v);
                    v.vt = VT_DISPATCH;

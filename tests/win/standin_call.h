@@ -10,6 +10,7 @@
 
 #include "base/date.h"
 #include "base/error.h"
+#include "platform/outlook.h"
 #include "platform/win32/unique_handle.h"
 #include "platform/win32/windows_api.h"
 #include "standin_context.h"
@@ -58,6 +59,10 @@ class Call {
   // A sim object shown as a stand-in object (defined in standin_object.h).
   template <class T>
   void Return(std::shared_ptr<T> object);
+  template <class T>
+  void Return(outlook::Ref<T> object) {
+    Return(std::move(object).shared());
+  }
 
  private:
   const VARIANT& Arg(UINT i) const;

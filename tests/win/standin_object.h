@@ -63,7 +63,7 @@ struct KindTag {};
 
 // Outlook's AddressLists collection, which platform/outlook.h folds into one NameSpace member.
 struct AddressLists {
-  std::shared_ptr<outlook::NameSpace> name_space;
+  outlook::Ref<outlook::NameSpace> name_space;
 };
 
 // The tables, each defined beside its kind's members.

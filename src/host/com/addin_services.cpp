@@ -10,7 +10,7 @@ Services AddinServices::Make() {
   return Services{files_, settings_, ui_, clock_, beeper_, clipboard_, ModuleFolder(), FindRunningOutlook};
 }
 
-std::shared_ptr<outlook::Application> FindRunningOutlook() {
+outlook::Ref<outlook::Application> FindRunningOutlook() {
   Microsoft::WRL::ComPtr<IUnknown> running;
   if (FAILED(GetActiveObject(kClsidOutlookApplication, nullptr, &running))) return nullptr;
   Microsoft::WRL::ComPtr<IDispatch> application;

@@ -27,6 +27,6 @@ class AddinServices {
 
 // Outlook's Application object when Outlook is already running (GetActiveObject), else
 // nothing. Only the creation-time fallback: the object handed to OnConnection is the one to use.
-std::shared_ptr<outlook::Application> FindRunningOutlook();
+outlook::Ref<outlook::Application> FindRunningOutlook();
 
 }  // namespace corvina::com

@@ -12,13 +12,13 @@ class SimNameSpace final : public outlook::NameSpace {
  public:
   explicit SimNameSpace(SimStore& store) : store_(store) {}
 
-  std::shared_ptr<outlook::Folder> GetDefaultFolder(int32_t kind) override {
+  outlook::Ref<outlook::Folder> GetDefaultFolder(int32_t kind) override {
     store_.Enter("NameSpace.GetDefaultFolder");
     auto folder = store_.FindFolder(kind);
     if (!folder) throw InvalidArgumentError();
     return WrapFolder(store_, std::move(folder));
   }
-  std::shared_ptr<outlook::Item> GetItemFromID(const std::wstring& entry_id) override {
+  outlook::Ref<outlook::Item> GetItemFromID(const std::wstring& entry_id) override {
     store_.Enter("NameSpace.GetItemFromID");
     auto item = store_.FindById(entry_id);
     if (!item) throw ObjectNotFoundError();
@@ -35,33 +35,33 @@ class SimNameSpace final : public outlook::NameSpace {
 
 }  // namespace
 
-std::shared_ptr<outlook::Explorers> SimApplication::Explorers() {
+outlook::Ref<outlook::Explorers> SimApplication::Explorers() {
   store_.Enter("Application.Explorers");
   return WrapExplorers(store_);
 }
 
-std::shared_ptr<outlook::Explorer> SimApplication::ActiveExplorer() {
+outlook::Ref<outlook::Explorer> SimApplication::ActiveExplorer() {
   store_.Enter("Application.ActiveExplorer");
   return WrapExplorer(store_, store_.ActiveExplorer());
 }
 
-std::shared_ptr<outlook::Inspectors> SimApplication::Inspectors() {
+outlook::Ref<outlook::Inspectors> SimApplication::Inspectors() {
   store_.Enter("Application.Inspectors");
   return WrapInspectors(store_);
 }
 
-std::shared_ptr<outlook::Inspector> SimApplication::ActiveInspector() {
+outlook::Ref<outlook::Inspector> SimApplication::ActiveInspector() {
   store_.Enter("Application.ActiveInspector");
   return WrapInspector(store_, store_.ActiveInspector());
 }
 
-std::shared_ptr<outlook::NameSpace> SimApplication::GetNamespace(const std::wstring& type) {
+outlook::Ref<outlook::NameSpace> SimApplication::GetNamespace(const std::wstring& type) {
   store_.Enter("Application.GetNamespace");
   if (!EqualsIgnoreCase(type, L"MAPI")) throw InvalidArgumentError();
   return std::make_shared<SimNameSpace>(store_);
 }
 
-std::shared_ptr<outlook::Item> SimApplication::CreateItem(int32_t kind) {
+outlook::Ref<outlook::Item> SimApplication::CreateItem(int32_t kind) {
   store_.Enter("Application.CreateItem");
   if (kind != outlook::olMailItem) throw InvalidArgumentError();
   SimItemData draft = MakeMail(L"", store_.now);

@@ -16,14 +16,14 @@ class SimApplication final : public outlook::Application {
 
   SimStore& store() { return store_; }
 
-  std::shared_ptr<outlook::Explorers> Explorers() override;
-  std::shared_ptr<outlook::Explorer> ActiveExplorer() override;
-  std::shared_ptr<outlook::Inspector> ActiveInspector() override;
-  std::shared_ptr<outlook::Inspectors> Inspectors() override;
+  outlook::Ref<outlook::Explorers> Explorers() override;
+  outlook::Ref<outlook::Explorer> ActiveExplorer() override;
+  outlook::Ref<outlook::Inspector> ActiveInspector() override;
+  outlook::Ref<outlook::Inspectors> Inspectors() override;
   // Only "MAPI" (any case) is a namespace; anything else fails as in Outlook.
-  std::shared_ptr<outlook::NameSpace> GetNamespace(const std::wstring& type) override;
+  outlook::Ref<outlook::NameSpace> GetNamespace(const std::wstring& type) override;
   // Only mail items (olMailItem); the new item is stored in Drafts with the store's `now`.
-  std::shared_ptr<outlook::Item> CreateItem(int32_t kind) override;
+  outlook::Ref<outlook::Item> CreateItem(int32_t kind) override;
   EventConnection OnNewMail(std::function<void()> handler) override;
   EventConnection OnStartup(std::function<void()> handler) override;
 

@@ -52,12 +52,12 @@ class SimAttachments final : public outlook::Attachments {
     store_.Enter("Attachments.Count");
     return static_cast<int32_t>(item_->attachments.size());
   }
-  std::shared_ptr<outlook::Attachment> Item(int32_t index) override {
+  outlook::Ref<outlook::Attachment> Item(int32_t index) override {
     store_.Enter("Attachments.Item");
     if (index < 1 || static_cast<size_t>(index) > item_->attachments.size()) throw BadIndexError();
     return std::make_shared<SimAttachment>(store_, item_, static_cast<size_t>(index - 1));
   }
-  std::shared_ptr<outlook::Attachment> Add(const std::wstring& file) override {
+  outlook::Ref<outlook::Attachment> Add(const std::wstring& file) override {
     store_.Enter("Attachments.Add");
     std::string bytes = store_.files().ReadFile(file);
     item_->attachments.push_back(SimAttachmentData{path::FileName(file), 1, std::move(bytes)});
@@ -89,11 +89,11 @@ class SimRecipients final : public outlook::Recipients {
 
 }  // namespace
 
-std::shared_ptr<outlook::Attachments> WrapAttachments(SimStore& store, SimItemPtr item) {
+outlook::Ref<outlook::Attachments> WrapAttachments(SimStore& store, SimItemPtr item) {
   return std::make_shared<SimAttachments>(store, std::move(item));
 }
 
-std::shared_ptr<outlook::Recipients> WrapRecipients(SimStore& store, SimItemPtr item) {
+outlook::Ref<outlook::Recipients> WrapRecipients(SimStore& store, SimItemPtr item) {
   return std::make_shared<SimRecipients>(store, std::move(item));
 }
 

@@ -78,12 +78,12 @@ class SimControls final : public outlook::CommandBarControls {
     Enter("CommandBarControls.Count");
     return static_cast<int32_t>(bar_->controls.size());
   }
-  std::shared_ptr<outlook::CommandBarControl> Item(int32_t index) override {
+  outlook::Ref<outlook::CommandBarControl> Item(int32_t index) override {
     Enter("CommandBarControls.Item");
     if (index < 1 || static_cast<size_t>(index) > bar_->controls.size()) throw BadIndexError();
     return std::make_shared<SimControl>(store_, bar_->controls[static_cast<size_t>(index - 1)]);
   }
-  std::shared_ptr<outlook::CommandBarControl> Add(int32_t type, bool temporary) override {
+  outlook::Ref<outlook::CommandBarControl> Add(int32_t type, bool temporary) override {
     Enter("CommandBarControls.Add");
     return std::make_shared<SimControl>(store_, bar_->AddControl(type, temporary));
   }
@@ -115,11 +115,11 @@ class SimBar final : public outlook::CommandBar {
     Enter("CommandBar.SetVisible");
     bar_->visible = v;
   }
-  std::shared_ptr<outlook::CommandBarControls> Controls() override {
+  outlook::Ref<outlook::CommandBarControls> Controls() override {
     Enter("CommandBar.Controls");
     return std::make_shared<SimControls>(store_, bar_);
   }
-  std::shared_ptr<outlook::CommandBarControl> FindControl(const std::wstring& tag) override {
+  outlook::Ref<outlook::CommandBarControl> FindControl(const std::wstring& tag) override {
     Enter("CommandBar.FindControl");
     auto control = bar_->FindControl(tag);
     return control ? std::make_shared<SimControl>(store_, control) : nullptr;
@@ -151,19 +151,19 @@ class SimBars final : public outlook::CommandBars {
     store_.Enter("CommandBars.Count");
     return static_cast<int32_t>(bars_->bars.size());
   }
-  std::shared_ptr<outlook::CommandBar> Item(int32_t index) override {
+  outlook::Ref<outlook::CommandBar> Item(int32_t index) override {
     store_.Enter("CommandBars.Item");
     if (index < 1 || static_cast<size_t>(index) > bars_->bars.size()) throw BadIndexError();
     return std::make_shared<SimBar>(store_, bars_->bars[static_cast<size_t>(index - 1)]);
   }
-  std::shared_ptr<outlook::CommandBar> ItemByName(const std::wstring& name) override {
+  outlook::Ref<outlook::CommandBar> ItemByName(const std::wstring& name) override {
     store_.Enter("CommandBars.ItemByName");
     auto bar = bars_->Find(name);
     return bar ? std::make_shared<SimBar>(store_, bar) : nullptr;
   }
   // Office refuses a second bar of a name already taken (error 5, "Invalid procedure call or
   // argument"), which is why code looks its bar up before adding it.
-  std::shared_ptr<outlook::CommandBar> Add(const std::wstring& name, int32_t position,
+  outlook::Ref<outlook::CommandBar> Add(const std::wstring& name, int32_t position,
                                            bool temporary) override {
     store_.Enter("CommandBars.Add");
     if (bars_->Find(name))
@@ -178,7 +178,7 @@ class SimBars final : public outlook::CommandBars {
 
 }  // namespace
 
-std::shared_ptr<outlook::CommandBars> WrapCommandBars(SimStore& store,
+outlook::Ref<outlook::CommandBars> WrapCommandBars(SimStore& store,
                                                       std::shared_ptr<SimCommandBarsData> bars) {
   if (!bars) return nullptr;
   return std::make_shared<SimBars>(store, std::move(bars));

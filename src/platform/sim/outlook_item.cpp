@@ -49,11 +49,11 @@ class SimItem final : public outlook::Item {
     return EffectiveSize(*d_);
   }
 
-  std::shared_ptr<outlook::Attachments> Attachments() override {
+  outlook::Ref<outlook::Attachments> Attachments() override {
     Enter("Item.Attachments");
     return WrapAttachments(store_, d_);
   }
-  std::shared_ptr<outlook::Recipients> Recipients() override {
+  outlook::Ref<outlook::Recipients> Recipients() override {
     Enter("Item.Recipients", M::kRecipients, L"Recipients");
     return WrapRecipients(store_, d_);
   }
@@ -114,7 +114,7 @@ class SimItem final : public outlook::Item {
 
 }  // namespace
 
-std::shared_ptr<outlook::Item> WrapItem(SimStore& store, SimItemPtr item) {
+outlook::Ref<outlook::Item> WrapItem(SimStore& store, SimItemPtr item) {
   if (!item) return nullptr;
   return std::make_shared<SimItem>(store, std::move(item));
 }

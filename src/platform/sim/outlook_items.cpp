@@ -26,7 +26,7 @@ class SimItems final : public outlook::Items {
     return static_cast<int32_t>(list().size());
   }
 
-  std::shared_ptr<outlook::Item> Item(int32_t index) override {
+  outlook::Ref<outlook::Item> Item(int32_t index) override {
     store_.Enter("Items.Item");
     if (index < 1 || static_cast<size_t>(index) > list().size()) throw BadIndexError();
     return WrapItem(store_, list()[static_cast<size_t>(index - 1)]);
@@ -41,7 +41,7 @@ class SimItems final : public outlook::Items {
     find_.reset();
   }
 
-  std::shared_ptr<outlook::Items> Restrict(const std::wstring& filter) override {
+  outlook::Ref<outlook::Items> Restrict(const std::wstring& filter) override {
     store_.Enter("Items.Restrict");
     const SimFilter f(filter);
     std::vector<SimItemPtr> matches;
@@ -51,7 +51,7 @@ class SimItems final : public outlook::Items {
     return std::make_shared<SimItems>(store_, folder_, std::move(matches));
   }
 
-  std::shared_ptr<outlook::Item> Find(const std::wstring& filter) override {
+  outlook::Ref<outlook::Item> Find(const std::wstring& filter) override {
     store_.Enter("Items.Find");
     find_.emplace(filter);
     find_next_ = 0;
@@ -59,23 +59,23 @@ class SimItems final : public outlook::Items {
   }
 
   // Without a Find before it there is nothing to continue: Nothing.
-  std::shared_ptr<outlook::Item> FindNext() override {
+  outlook::Ref<outlook::Item> FindNext() override {
     store_.Enter("Items.FindNext");
     return NextMatch();
   }
 
-  std::shared_ptr<outlook::Item> GetFirst() override {
+  outlook::Ref<outlook::Item> GetFirst() override {
     store_.Enter("Items.GetFirst");
     cursor_ = 0;
     return TakeAtCursor();
   }
 
-  std::shared_ptr<outlook::Item> GetNext() override {
+  outlook::Ref<outlook::Item> GetNext() override {
     store_.Enter("Items.GetNext");
     return TakeAtCursor();
   }
 
-  std::shared_ptr<outlook::Item> GetLast() override {
+  outlook::Ref<outlook::Item> GetLast() override {
     store_.Enter("Items.GetLast");
     const auto& items = list();
     cursor_ = items.size();
@@ -85,13 +85,13 @@ class SimItems final : public outlook::Items {
  private:
   const std::vector<SimItemPtr>& list() const { return own_ ? *own_ : folder_->items; }
 
-  std::shared_ptr<outlook::Item> TakeAtCursor() {
+  outlook::Ref<outlook::Item> TakeAtCursor() {
     const auto& items = list();
     if (cursor_ >= items.size()) return nullptr;
     return WrapItem(store_, items[cursor_++]);
   }
 
-  std::shared_ptr<outlook::Item> NextMatch() {
+  outlook::Ref<outlook::Item> NextMatch() {
     if (!find_) return nullptr;
     const auto& items = list();
     while (find_next_ < items.size()) {
@@ -118,7 +118,7 @@ class SimFolder final : public outlook::Folder {
     store_.Enter("Folder.Name");
     return folder_->name;
   }
-  std::shared_ptr<outlook::Items> Items() override {
+  outlook::Ref<outlook::Items> Items() override {
     store_.Enter("Folder.Items");
     return WrapFolderItems(store_, folder_);
   }
@@ -130,13 +130,13 @@ class SimFolder final : public outlook::Folder {
 
 }  // namespace
 
-std::shared_ptr<outlook::Items> WrapFolderItems(SimStore& store,
+outlook::Ref<outlook::Items> WrapFolderItems(SimStore& store,
                                                 std::shared_ptr<SimFolderData> folder) {
   if (!folder) return nullptr;
   return std::make_shared<SimItems>(store, std::move(folder));
 }
 
-std::shared_ptr<outlook::Folder> WrapFolder(SimStore& store,
+outlook::Ref<outlook::Folder> WrapFolder(SimStore& store,
                                             std::shared_ptr<SimFolderData> folder) {
   if (!folder) return nullptr;
   return std::make_shared<SimFolder>(store, std::move(folder));

@@ -10,22 +10,22 @@
 
 namespace corvina::sim {
 
-std::shared_ptr<outlook::Item> WrapItem(SimStore& store, SimItemPtr item);
-std::shared_ptr<outlook::Attachments> WrapAttachments(SimStore& store, SimItemPtr item);
-std::shared_ptr<outlook::Recipients> WrapRecipients(SimStore& store, SimItemPtr item);
-std::shared_ptr<outlook::Folder> WrapFolder(SimStore& store, std::shared_ptr<SimFolderData> folder);
+outlook::Ref<outlook::Item> WrapItem(SimStore& store, SimItemPtr item);
+outlook::Ref<outlook::Attachments> WrapAttachments(SimStore& store, SimItemPtr item);
+outlook::Ref<outlook::Recipients> WrapRecipients(SimStore& store, SimItemPtr item);
+outlook::Ref<outlook::Folder> WrapFolder(SimStore& store, std::shared_ptr<SimFolderData> folder);
 // The folder's own collection: it follows the folder as items arrive or leave, until Sort
 // gives it an order of its own.
-std::shared_ptr<outlook::Items> WrapFolderItems(SimStore& store,
+outlook::Ref<outlook::Items> WrapFolderItems(SimStore& store,
                                                 std::shared_ptr<SimFolderData> folder);
-std::shared_ptr<outlook::CommandBars> WrapCommandBars(SimStore& store,
+outlook::Ref<outlook::CommandBars> WrapCommandBars(SimStore& store,
                                                       std::shared_ptr<SimCommandBarsData> bars);
-std::shared_ptr<outlook::Explorer> WrapExplorer(SimStore& store,
+outlook::Ref<outlook::Explorer> WrapExplorer(SimStore& store,
                                                 std::shared_ptr<SimExplorerData> explorer);
-std::shared_ptr<outlook::Explorers> WrapExplorers(SimStore& store);
-std::shared_ptr<outlook::Inspectors> WrapInspectors(SimStore& store);
-std::shared_ptr<outlook::Inspector> WrapInspector(SimStore& store,
+outlook::Ref<outlook::Explorers> WrapExplorers(SimStore& store);
+outlook::Ref<outlook::Inspectors> WrapInspectors(SimStore& store);
+outlook::Ref<outlook::Inspector> WrapInspector(SimStore& store,
                                                   std::shared_ptr<SimInspectorData> inspector);
-std::shared_ptr<outlook::NameSpace> WrapNameSpace(SimStore& store);
+outlook::Ref<outlook::NameSpace> WrapNameSpace(SimStore& store);
 
 }  // namespace corvina::sim

@@ -16,7 +16,7 @@ class SimSelection final : public outlook::Selection {
     store_.Enter("Selection.Count");
     return static_cast<int32_t>(explorer_->selection.size());
   }
-  std::shared_ptr<outlook::Item> Item(int32_t index) override {
+  outlook::Ref<outlook::Item> Item(int32_t index) override {
     store_.Enter("Selection.Item");
     const auto& items = explorer_->selection;
     if (index < 1 || static_cast<size_t>(index) > items.size()) throw BadIndexError();
@@ -33,11 +33,11 @@ class SimExplorer final : public outlook::Explorer {
   SimExplorer(SimStore& store, std::shared_ptr<SimExplorerData> explorer)
       : store_(store), explorer_(std::move(explorer)) {}
 
-  std::shared_ptr<outlook::Selection> Selection() override {
+  outlook::Ref<outlook::Selection> Selection() override {
     store_.Enter("Explorer.Selection");
     return std::make_shared<SimSelection>(store_, explorer_);
   }
-  std::shared_ptr<outlook::CommandBars> CommandBars() override {
+  outlook::Ref<outlook::CommandBars> CommandBars() override {
     store_.Enter("Explorer.CommandBars");
     return WrapCommandBars(store_, explorer_->command_bars);
   }
@@ -68,7 +68,7 @@ class SimExplorers final : public outlook::Explorers {
     store_.Enter("Explorers.Count");
     return static_cast<int32_t>(store_.explorers().size());
   }
-  std::shared_ptr<outlook::Explorer> Item(int32_t index) override {
+  outlook::Ref<outlook::Explorer> Item(int32_t index) override {
     store_.Enter("Explorers.Item");
     const auto& all = store_.explorers();
     if (index < 1 || static_cast<size_t>(index) > all.size()) throw BadIndexError();
@@ -84,11 +84,11 @@ class SimInspector final : public outlook::Inspector {
   SimInspector(SimStore& store, std::shared_ptr<SimInspectorData> inspector)
       : store_(store), inspector_(std::move(inspector)) {}
 
-  std::shared_ptr<outlook::Item> CurrentItem() override {
+  outlook::Ref<outlook::Item> CurrentItem() override {
     store_.Enter("Inspector.CurrentItem");
     return WrapItem(store_, inspector_->item);
   }
-  std::shared_ptr<outlook::CommandBars> CommandBars() override {
+  outlook::Ref<outlook::CommandBars> CommandBars() override {
     store_.Enter("Inspector.CommandBars");
     return WrapCommandBars(store_, inspector_->command_bars);
   }
@@ -110,13 +110,13 @@ class SimInspectors final : public outlook::Inspectors {
     store_.Enter("Inspectors.Count");
     return static_cast<int32_t>(store_.inspectors().size());
   }
-  std::shared_ptr<outlook::Inspector> Item(int32_t index) override {
+  outlook::Ref<outlook::Inspector> Item(int32_t index) override {
     store_.Enter("Inspectors.Item");
     const auto& all = store_.inspectors();
     if (index < 1 || static_cast<size_t>(index) > all.size()) throw BadIndexError();
     return WrapInspector(store_, all[static_cast<size_t>(index - 1)]);
   }
-  EventConnection OnNewInspector(std::function<void(std::shared_ptr<outlook::Inspector>)> handler) override {
+  EventConnection OnNewInspector(std::function<void(outlook::Ref<outlook::Inspector>)> handler) override {
     store_.Enter("Inspectors.OnNewInspector");
     SimStore& store = store_;
     return store_.new_inspector().Connect([&store, handler = std::move(handler)] {
@@ -130,21 +130,21 @@ class SimInspectors final : public outlook::Inspectors {
 
 }  // namespace
 
-std::shared_ptr<outlook::Explorer> WrapExplorer(SimStore& store,
+outlook::Ref<outlook::Explorer> WrapExplorer(SimStore& store,
                                                 std::shared_ptr<SimExplorerData> explorer) {
   if (!explorer) return nullptr;
   return std::make_shared<SimExplorer>(store, std::move(explorer));
 }
 
-std::shared_ptr<outlook::Explorers> WrapExplorers(SimStore& store) {
+outlook::Ref<outlook::Explorers> WrapExplorers(SimStore& store) {
   return std::make_shared<SimExplorers>(store);
 }
 
-std::shared_ptr<outlook::Inspectors> WrapInspectors(SimStore& store) {
+outlook::Ref<outlook::Inspectors> WrapInspectors(SimStore& store) {
   return std::make_shared<SimInspectors>(store);
 }
 
-std::shared_ptr<outlook::Inspector> WrapInspector(SimStore& store,
+outlook::Ref<outlook::Inspector> WrapInspector(SimStore& store,
                                                   std::shared_ptr<SimInspectorData> inspector) {
   if (!inspector) return nullptr;
   return std::make_shared<SimInspector>(store, std::move(inspector));

@@ -13,22 +13,22 @@ class ComApplication final : public outlook::Application {
  public:
   explicit ComApplication(Dispatch d) : d_(std::move(d)) {}
 
-  std::shared_ptr<outlook::Explorers> Explorers() override {
+  outlook::Ref<outlook::Explorers> Explorers() override {
     return WrapExplorers(d_.Get<Dispatch>(L"Explorers"));
   }
-  std::shared_ptr<outlook::Explorer> ActiveExplorer() override {
+  outlook::Ref<outlook::Explorer> ActiveExplorer() override {
     return WrapExplorer(d_.Call<Dispatch>(L"ActiveExplorer"));
   }
-  std::shared_ptr<outlook::Inspector> ActiveInspector() override {
+  outlook::Ref<outlook::Inspector> ActiveInspector() override {
     return WrapInspector(d_.Call<Dispatch>(L"ActiveInspector"));
   }
-  std::shared_ptr<outlook::Inspectors> Inspectors() override {
+  outlook::Ref<outlook::Inspectors> Inspectors() override {
     return WrapInspectors(d_.Get<Dispatch>(L"Inspectors"));
   }
-  std::shared_ptr<outlook::NameSpace> GetNamespace(const std::wstring& type) override {
+  outlook::Ref<outlook::NameSpace> GetNamespace(const std::wstring& type) override {
     return WrapNameSpace(d_.Call<Dispatch>(L"GetNamespace", type));
   }
-  std::shared_ptr<outlook::Item> CreateItem(int32_t kind) override {
+  outlook::Ref<outlook::Item> CreateItem(int32_t kind) override {
     return WrapItem(d_.Call<Dispatch>(L"CreateItem", kind));
   }
   EventConnection OnNewMail(std::function<void()> handler) override {
@@ -48,7 +48,7 @@ class ComExplorers final : public outlook::Explorers {
  public:
   explicit ComExplorers(Dispatch d) : d_(std::move(d)) {}
   int32_t Count() override { return d_.Get<int32_t>(L"Count"); }
-  std::shared_ptr<outlook::Explorer> Item(int32_t index) override {
+  outlook::Ref<outlook::Explorer> Item(int32_t index) override {
     return WrapExplorer(d_.Call<Dispatch>(L"Item", index));
   }
 
@@ -59,10 +59,10 @@ class ComExplorers final : public outlook::Explorers {
 class ComExplorer final : public outlook::Explorer {
  public:
   explicit ComExplorer(Dispatch d) : d_(std::move(d)) {}
-  std::shared_ptr<outlook::Selection> Selection() override {
+  outlook::Ref<outlook::Selection> Selection() override {
     return WrapSelection(d_.Get<Dispatch>(L"Selection"));
   }
-  std::shared_ptr<outlook::CommandBars> CommandBars() override {
+  outlook::Ref<outlook::CommandBars> CommandBars() override {
     return WrapCommandBars(d_.Get<Dispatch>(L"CommandBars"));
   }
   void Activate() override { d_.Call(L"Activate"); }
@@ -82,10 +82,10 @@ class ComExplorer final : public outlook::Explorer {
 class ComInspector final : public outlook::Inspector {
  public:
   explicit ComInspector(Dispatch d) : d_(std::move(d)) {}
-  std::shared_ptr<outlook::Item> CurrentItem() override {
+  outlook::Ref<outlook::Item> CurrentItem() override {
     return WrapItem(d_.Get<Dispatch>(L"CurrentItem"));
   }
-  std::shared_ptr<outlook::CommandBars> CommandBars() override {
+  outlook::Ref<outlook::CommandBars> CommandBars() override {
     return WrapCommandBars(d_.Get<Dispatch>(L"CommandBars"));
   }
   EventConnection OnClose(std::function<void()> handler) override {
@@ -101,11 +101,11 @@ class ComInspectors final : public outlook::Inspectors {
  public:
   explicit ComInspectors(Dispatch d) : d_(std::move(d)) {}
   int32_t Count() override { return d_.Get<int32_t>(L"Count"); }
-  std::shared_ptr<outlook::Inspector> Item(int32_t index) override {
+  outlook::Ref<outlook::Inspector> Item(int32_t index) override {
     return WrapInspector(d_.Call<Dispatch>(L"Item", index));
   }
   EventConnection OnNewInspector(
-      std::function<void(std::shared_ptr<outlook::Inspector>)> handler) override {
+      std::function<void(outlook::Ref<outlook::Inspector>)> handler) override {
     auto ids = d_.ids();
     return AdviseEventWithArguments(
         d_.get(), kInspectorsEvents, kDispIdNewInspector,
@@ -128,22 +128,22 @@ class ComInspectors final : public outlook::Inspectors {
 
 }  // namespace
 
-std::shared_ptr<outlook::Application> WrapApplication(IDispatch* application) {
+outlook::Ref<outlook::Application> WrapApplication(IDispatch* application) {
   if (!application) return nullptr;
   return std::make_shared<ComApplication>(Dispatch(application, std::make_shared<DispatchIdCache>(),
                                                    L"Application"));
 }
 
-std::shared_ptr<outlook::Explorers> WrapExplorers(Dispatch object) {
+outlook::Ref<outlook::Explorers> WrapExplorers(Dispatch object) {
   return MakeWrapper<ComExplorers>(std::move(object), L"Explorers");
 }
-std::shared_ptr<outlook::Explorer> WrapExplorer(Dispatch object) {
+outlook::Ref<outlook::Explorer> WrapExplorer(Dispatch object) {
   return MakeWrapper<ComExplorer>(std::move(object), L"Explorer");
 }
-std::shared_ptr<outlook::Inspectors> WrapInspectors(Dispatch object) {
+outlook::Ref<outlook::Inspectors> WrapInspectors(Dispatch object) {
   return MakeWrapper<ComInspectors>(std::move(object), L"Inspectors");
 }
-std::shared_ptr<outlook::Inspector> WrapInspector(Dispatch object) {
+outlook::Ref<outlook::Inspector> WrapInspector(Dispatch object) {
   return MakeWrapper<ComInspector>(std::move(object), L"Inspector");
 }
 

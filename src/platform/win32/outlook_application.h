@@ -10,6 +10,6 @@
 namespace corvina::win32 {
 
 // Takes its own reference on `application`. Nothing (null) for a null pointer.
-std::shared_ptr<outlook::Application> WrapApplication(IDispatch* application);
+outlook::Ref<outlook::Application> WrapApplication(IDispatch* application);
 
 }  // namespace corvina::win32

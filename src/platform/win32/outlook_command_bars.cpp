@@ -56,11 +56,11 @@ class ComControls final : public outlook::CommandBarControls {
  public:
   explicit ComControls(Dispatch d) : d_(std::move(d)) {}
   int32_t Count() override { return d_.Get<int32_t>(L"Count"); }
-  std::shared_ptr<outlook::CommandBarControl> Item(int32_t index) override {
+  outlook::Ref<outlook::CommandBarControl> Item(int32_t index) override {
     return WrapCommandBarControl(d_.Call<Dispatch>(L"Item", index));
   }
   // Add(Type, Id, Parameter, Before, Temporary): a new control of `type` at the end.
-  std::shared_ptr<outlook::CommandBarControl> Add(int32_t type, bool temporary) override {
+  outlook::Ref<outlook::CommandBarControl> Add(int32_t type, bool temporary) override {
     return WrapCommandBarControl(
         d_.Call<Dispatch>(L"Add", type, Missing{}, Missing{}, Missing{}, temporary));
   }
@@ -75,11 +75,11 @@ class ComBar final : public outlook::CommandBar {
   std::wstring Name() override { return d_.Get<std::wstring>(L"Name"); }
   bool Visible() override { return d_.Get<bool>(L"Visible"); }
   void SetVisible(bool value) override { d_.Put(L"Visible", value); }
-  std::shared_ptr<outlook::CommandBarControls> Controls() override {
+  outlook::Ref<outlook::CommandBarControls> Controls() override {
     return WrapCommandBarControls(d_.Get<Dispatch>(L"Controls"));
   }
   // FindControl(Type, Id, Tag): Nothing when no control has the tag.
-  std::shared_ptr<outlook::CommandBarControl> FindControl(const std::wstring& tag) override {
+  outlook::Ref<outlook::CommandBarControl> FindControl(const std::wstring& tag) override {
     return WrapCommandBarControl(d_.Call<Dispatch>(L"FindControl", Missing{}, Missing{}, tag));
   }
   void Delete() override { d_.Call(L"Delete"); }
@@ -92,12 +92,12 @@ class ComBars final : public outlook::CommandBars {
  public:
   explicit ComBars(Dispatch d) : d_(std::move(d)) {}
   int32_t Count() override { return d_.Get<int32_t>(L"Count"); }
-  std::shared_ptr<outlook::CommandBar> Item(int32_t index) override {
+  outlook::Ref<outlook::CommandBar> Item(int32_t index) override {
     return WrapCommandBar(d_.Call<Dispatch>(L"Item", index));
   }
   // Office answers Item with a name it does not know by failing the call; that means "no such
   // bar" here (a genuine failure shows again when the caller goes on to add the bar).
-  std::shared_ptr<outlook::CommandBar> ItemByName(const std::wstring& name) override {
+  outlook::Ref<outlook::CommandBar> ItemByName(const std::wstring& name) override {
     try {
       return WrapCommandBar(d_.Call<Dispatch>(L"Item", name));
     } catch (const Error&) {
@@ -105,7 +105,7 @@ class ComBars final : public outlook::CommandBars {
     }
   }
   // Add(Name, Position, MenuBar, Temporary): a toolbar, never the window's menu bar.
-  std::shared_ptr<outlook::CommandBar> Add(const std::wstring& name, int32_t position,
+  outlook::Ref<outlook::CommandBar> Add(const std::wstring& name, int32_t position,
                                            bool temporary) override {
     return WrapCommandBar(d_.Call<Dispatch>(L"Add", name, position, false, temporary));
   }
@@ -116,16 +116,16 @@ class ComBars final : public outlook::CommandBars {
 
 }  // namespace
 
-std::shared_ptr<outlook::CommandBars> WrapCommandBars(Dispatch object) {
+outlook::Ref<outlook::CommandBars> WrapCommandBars(Dispatch object) {
   return MakeWrapper<ComBars>(std::move(object), L"CommandBars");
 }
-std::shared_ptr<outlook::CommandBar> WrapCommandBar(Dispatch object) {
+outlook::Ref<outlook::CommandBar> WrapCommandBar(Dispatch object) {
   return MakeWrapper<ComBar>(std::move(object), L"CommandBar");
 }
-std::shared_ptr<outlook::CommandBarControls> WrapCommandBarControls(Dispatch object) {
+outlook::Ref<outlook::CommandBarControls> WrapCommandBarControls(Dispatch object) {
   return MakeWrapper<ComControls>(std::move(object), L"CommandBarControls");
 }
-std::shared_ptr<outlook::CommandBarControl> WrapCommandBarControl(Dispatch object) {
+outlook::Ref<outlook::CommandBarControl> WrapCommandBarControl(Dispatch object) {
   return MakeWrapper<ComControl>(std::move(object), L"CommandBarControl");
 }
 

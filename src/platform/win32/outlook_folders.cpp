@@ -9,10 +9,10 @@ namespace {
 class ComNameSpace final : public outlook::NameSpace {
  public:
   explicit ComNameSpace(Dispatch d) : d_(std::move(d)) {}
-  std::shared_ptr<outlook::Folder> GetDefaultFolder(int32_t kind) override {
+  outlook::Ref<outlook::Folder> GetDefaultFolder(int32_t kind) override {
     return WrapFolder(d_.Call<Dispatch>(L"GetDefaultFolder", kind));
   }
-  std::shared_ptr<outlook::Item> GetItemFromID(const std::wstring& entry_id) override {
+  outlook::Ref<outlook::Item> GetItemFromID(const std::wstring& entry_id) override {
     return WrapItem(d_.Call<Dispatch>(L"GetItemFromID", entry_id));
   }
   int32_t AddressListCount() override {
@@ -29,7 +29,7 @@ class ComFolder final : public outlook::Folder {
  public:
   explicit ComFolder(Dispatch d) : d_(std::move(d)) {}
   std::wstring Name() override { return d_.Get<std::wstring>(L"Name"); }
-  std::shared_ptr<outlook::Items> Items() override { return WrapItems(d_.Get<Dispatch>(L"Items")); }
+  outlook::Ref<outlook::Items> Items() override { return WrapItems(d_.Get<Dispatch>(L"Items")); }
 
  private:
   Dispatch d_;
@@ -39,22 +39,22 @@ class ComItems final : public outlook::Items {
  public:
   explicit ComItems(Dispatch d) : d_(std::move(d)) {}
   int32_t Count() override { return d_.Get<int32_t>(L"Count"); }
-  std::shared_ptr<outlook::Item> Item(int32_t index) override {
+  outlook::Ref<outlook::Item> Item(int32_t index) override {
     return WrapItem(d_.Call<Dispatch>(L"Item", index));
   }
   void Sort(const std::wstring& property, bool descending) override {
     d_.Call(L"Sort", property, descending);
   }
-  std::shared_ptr<outlook::Items> Restrict(const std::wstring& filter) override {
+  outlook::Ref<outlook::Items> Restrict(const std::wstring& filter) override {
     return WrapItems(d_.Call<Dispatch>(L"Restrict", filter));
   }
-  std::shared_ptr<outlook::Item> Find(const std::wstring& filter) override {
+  outlook::Ref<outlook::Item> Find(const std::wstring& filter) override {
     return WrapItem(d_.Call<Dispatch>(L"Find", filter));
   }
-  std::shared_ptr<outlook::Item> FindNext() override { return WrapItem(d_.Call<Dispatch>(L"FindNext")); }
-  std::shared_ptr<outlook::Item> GetFirst() override { return WrapItem(d_.Call<Dispatch>(L"GetFirst")); }
-  std::shared_ptr<outlook::Item> GetNext() override { return WrapItem(d_.Call<Dispatch>(L"GetNext")); }
-  std::shared_ptr<outlook::Item> GetLast() override { return WrapItem(d_.Call<Dispatch>(L"GetLast")); }
+  outlook::Ref<outlook::Item> FindNext() override { return WrapItem(d_.Call<Dispatch>(L"FindNext")); }
+  outlook::Ref<outlook::Item> GetFirst() override { return WrapItem(d_.Call<Dispatch>(L"GetFirst")); }
+  outlook::Ref<outlook::Item> GetNext() override { return WrapItem(d_.Call<Dispatch>(L"GetNext")); }
+  outlook::Ref<outlook::Item> GetLast() override { return WrapItem(d_.Call<Dispatch>(L"GetLast")); }
 
  private:
   Dispatch d_;
@@ -64,7 +64,7 @@ class ComSelection final : public outlook::Selection {
  public:
   explicit ComSelection(Dispatch d) : d_(std::move(d)) {}
   int32_t Count() override { return d_.Get<int32_t>(L"Count"); }
-  std::shared_ptr<outlook::Item> Item(int32_t index) override {
+  outlook::Ref<outlook::Item> Item(int32_t index) override {
     return WrapItem(d_.Call<Dispatch>(L"Item", index));
   }
 
@@ -74,16 +74,16 @@ class ComSelection final : public outlook::Selection {
 
 }  // namespace
 
-std::shared_ptr<outlook::NameSpace> WrapNameSpace(Dispatch object) {
+outlook::Ref<outlook::NameSpace> WrapNameSpace(Dispatch object) {
   return MakeWrapper<ComNameSpace>(std::move(object), L"NameSpace");
 }
-std::shared_ptr<outlook::Folder> WrapFolder(Dispatch object) {
+outlook::Ref<outlook::Folder> WrapFolder(Dispatch object) {
   return MakeWrapper<ComFolder>(std::move(object), L"Folder");
 }
-std::shared_ptr<outlook::Items> WrapItems(Dispatch object) {
+outlook::Ref<outlook::Items> WrapItems(Dispatch object) {
   return MakeWrapper<ComItems>(std::move(object), L"Items");
 }
-std::shared_ptr<outlook::Selection> WrapSelection(Dispatch object) {
+outlook::Ref<outlook::Selection> WrapSelection(Dispatch object) {
   return MakeWrapper<ComSelection>(std::move(object), L"Selection");
 }
 

@@ -26,10 +26,10 @@ class ComItem final : public outlook::Item {
   bool UnRead() override { return d_.Get<bool>(L"UnRead"); }
   void SetUnRead(bool value) override { d_.Put(L"UnRead", value); }
   int32_t Size() override { return d_.Get<int32_t>(L"Size"); }
-  std::shared_ptr<outlook::Attachments> Attachments() override {
+  outlook::Ref<outlook::Attachments> Attachments() override {
     return WrapAttachments(d_.Get<Dispatch>(L"Attachments"));
   }
-  std::shared_ptr<outlook::Recipients> Recipients() override {
+  outlook::Ref<outlook::Recipients> Recipients() override {
     return WrapRecipients(d_.Get<Dispatch>(L"Recipients"));
   }
   void Send() override { d_.Call(L"Send"); }
@@ -44,10 +44,10 @@ class ComAttachments final : public outlook::Attachments {
  public:
   explicit ComAttachments(Dispatch d) : d_(std::move(d)) {}
   int32_t Count() override { return d_.Get<int32_t>(L"Count"); }
-  std::shared_ptr<outlook::Attachment> Item(int32_t index) override {
+  outlook::Ref<outlook::Attachment> Item(int32_t index) override {
     return WrapAttachment(d_.Call<Dispatch>(L"Item", index));
   }
-  std::shared_ptr<outlook::Attachment> Add(const std::wstring& path) override {
+  outlook::Ref<outlook::Attachment> Add(const std::wstring& path) override {
     return WrapAttachment(d_.Call<Dispatch>(L"Add", path));
   }
 
@@ -79,16 +79,16 @@ class ComRecipients final : public outlook::Recipients {
 
 }  // namespace
 
-std::shared_ptr<outlook::Item> WrapItem(Dispatch object) {
+outlook::Ref<outlook::Item> WrapItem(Dispatch object) {
   return MakeWrapper<ComItem>(std::move(object), L"Item");
 }
-std::shared_ptr<outlook::Attachments> WrapAttachments(Dispatch object) {
+outlook::Ref<outlook::Attachments> WrapAttachments(Dispatch object) {
   return MakeWrapper<ComAttachments>(std::move(object), L"Attachments");
 }
-std::shared_ptr<outlook::Attachment> WrapAttachment(Dispatch object) {
+outlook::Ref<outlook::Attachment> WrapAttachment(Dispatch object) {
   return MakeWrapper<ComAttachment>(std::move(object), L"Attachment");
 }
-std::shared_ptr<outlook::Recipients> WrapRecipients(Dispatch object) {
+outlook::Ref<outlook::Recipients> WrapRecipients(Dispatch object) {
   return MakeWrapper<ComRecipients>(std::move(object), L"Recipients");
 }
 

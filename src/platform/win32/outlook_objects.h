@@ -10,22 +10,22 @@
 
 namespace corvina::win32 {
 
-std::shared_ptr<outlook::Explorers> WrapExplorers(Dispatch object);
-std::shared_ptr<outlook::Explorer> WrapExplorer(Dispatch object);
-std::shared_ptr<outlook::Inspectors> WrapInspectors(Dispatch object);
-std::shared_ptr<outlook::Inspector> WrapInspector(Dispatch object);
-std::shared_ptr<outlook::Selection> WrapSelection(Dispatch object);
-std::shared_ptr<outlook::NameSpace> WrapNameSpace(Dispatch object);
-std::shared_ptr<outlook::Folder> WrapFolder(Dispatch object);
-std::shared_ptr<outlook::Items> WrapItems(Dispatch object);
-std::shared_ptr<outlook::Item> WrapItem(Dispatch object);
-std::shared_ptr<outlook::Attachments> WrapAttachments(Dispatch object);
-std::shared_ptr<outlook::Attachment> WrapAttachment(Dispatch object);
-std::shared_ptr<outlook::Recipients> WrapRecipients(Dispatch object);
-std::shared_ptr<outlook::CommandBars> WrapCommandBars(Dispatch object);
-std::shared_ptr<outlook::CommandBar> WrapCommandBar(Dispatch object);
-std::shared_ptr<outlook::CommandBarControls> WrapCommandBarControls(Dispatch object);
-std::shared_ptr<outlook::CommandBarControl> WrapCommandBarControl(Dispatch object);
+outlook::Ref<outlook::Explorers> WrapExplorers(Dispatch object);
+outlook::Ref<outlook::Explorer> WrapExplorer(Dispatch object);
+outlook::Ref<outlook::Inspectors> WrapInspectors(Dispatch object);
+outlook::Ref<outlook::Inspector> WrapInspector(Dispatch object);
+outlook::Ref<outlook::Selection> WrapSelection(Dispatch object);
+outlook::Ref<outlook::NameSpace> WrapNameSpace(Dispatch object);
+outlook::Ref<outlook::Folder> WrapFolder(Dispatch object);
+outlook::Ref<outlook::Items> WrapItems(Dispatch object);
+outlook::Ref<outlook::Item> WrapItem(Dispatch object);
+outlook::Ref<outlook::Attachments> WrapAttachments(Dispatch object);
+outlook::Ref<outlook::Attachment> WrapAttachment(Dispatch object);
+outlook::Ref<outlook::Recipients> WrapRecipients(Dispatch object);
+outlook::Ref<outlook::CommandBars> WrapCommandBars(Dispatch object);
+outlook::Ref<outlook::CommandBar> WrapCommandBar(Dispatch object);
+outlook::Ref<outlook::CommandBarControls> WrapCommandBarControls(Dispatch object);
+outlook::Ref<outlook::CommandBarControl> WrapCommandBarControl(Dispatch object);
 
 // Shared by the factories: names the object for error messages, Nothing stays Nothing.
 template <class Wrapper>

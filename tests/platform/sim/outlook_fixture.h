@@ -24,10 +24,10 @@ class OutlookTest : public ::testing::Test {
     return FromCivil({2024, 1, day, hour, minute, second});
   }
 
-  std::shared_ptr<outlook::Items> Folder(int32_t kind) {
+  outlook::Ref<outlook::Items> Folder(int32_t kind) {
     return app.GetNamespace(L"MAPI")->GetDefaultFolder(kind)->Items();
   }
-  std::shared_ptr<outlook::Items> Inbox() { return Folder(outlook::olFolderInbox); }
+  outlook::Ref<outlook::Items> Inbox() { return Folder(outlook::olFolderInbox); }
 
   // The subjects of a collection in its order, joined by blanks.
   static std::wstring Subjects(outlook::Items& items) {
