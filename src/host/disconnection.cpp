@@ -71,7 +71,7 @@ void DesVireo::IDTExtensibility2_OnDisconnection(int32_t RemoveMode) noexcept {
     UnloadAllForms();
     ReleaseGlobalObjects();
     addin_.log.LogEvent(std::wstring(kProductName) + L" was removed successfully at " +
-                            FormatGeneralDate(addin_.services.clock.Now()),
+                            addin_.services.clock.GeneralDate(addin_.services.clock.Now()),
                         kLogInformation);
   });
   // Whatever failed above, nothing of Outlook's stays referenced and the log is on disk.

@@ -105,7 +105,7 @@ bool LoadConfig(Config& config, ConfigStore& store) {
     CreateFirstRunFolders(store);
     LogStoreProblems(store);
     store.log.LogEvent(std::wstring(kProductName) + L" was initialized successfully at " +
-                           FormatGeneralDate(store.clock.Now()),
+                           store.clock.GeneralDate(store.clock.Now()),
                        kLogInformation);
     return true;
   });

@@ -21,7 +21,7 @@ void Log::LogEvent(const std::wstring& message, int32_t entry_type) noexcept {
   try {
     std::wstring stamp;
     try {
-      stamp = FormatGeneralDate(clock_.Now());
+      stamp = clock_.GeneralDate(clock_.Now());
     } catch (...) {
       NoteOwnFailure();
       stamp = L"(time unknown)";  // the entry matters more than its time

@@ -1,5 +1,7 @@
 #include "platform/sim/sim_clock.h"
 
+#include "base/text.h"
+
 namespace corvina::sim {
 
 SimClock::SimClock(Faults& faults, Date now) : faults_(faults), now_(now) {}
@@ -12,6 +14,11 @@ Date SimClock::Now() {
 Date SimClock::LocalToUtc(Date local) {
   faults_.Enter(Service::kClock, "LocalToUtc");
   return local;
+}
+
+std::wstring SimClock::GeneralDate(Date local) {
+  faults_.Enter(Service::kClock, "GeneralDate");
+  return FormatGeneralDate(local);
 }
 
 void SimClock::Advance(double seconds) { now_ = AddSeconds(now_, seconds); }

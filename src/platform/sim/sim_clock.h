@@ -12,6 +12,9 @@ class SimClock : public Clock {
 
   Date Now() override;
   Date LocalToUtc(Date local) override;
+  // Always the fixed "m/d/yyyy h:nn:ss AM" form, whatever the machine's locale, so
+  // transcripts and tests read the same everywhere.
+  std::wstring GeneralDate(Date local) override;
 
   void Set(Date now) { now_ = now; }
   void Advance(double seconds);

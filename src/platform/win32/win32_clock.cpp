@@ -1,5 +1,7 @@
 #include "platform/win32/win32_clock.h"
 
+#include "base/text.h"
+
 #include "platform/win32/windows_api.h"
 
 namespace corvina::win32 {
@@ -21,7 +23,38 @@ SYSTEMTIME ToSystemTime(Date d) {
   return t;
 }
 
+// One of the user's formats for `t`; `format` is GetDateFormatEx or GetTimeFormatEx.
+template <class Format>
+std::wstring UserFormat(Format format, DWORD flags, const SYSTEMTIME& t) {
+  const int size = format(LOCALE_NAME_USER_DEFAULT, flags, &t, nullptr, nullptr, 0);
+  if (size <= 0) return {};
+  std::wstring text(static_cast<size_t>(size), L'\0');
+  const int written = format(LOCALE_NAME_USER_DEFAULT, flags, &t, nullptr, text.data(), size);
+  text.resize(written > 0 ? static_cast<size_t>(written - 1) : 0);
+  return text;
+}
+
+std::wstring DateFormatEx(const SYSTEMTIME& t) {
+  return UserFormat(
+      [](LPCWSTR locale, DWORD flags, const SYSTEMTIME* time, LPCWSTR picture, LPWSTR out,
+         int size) { return GetDateFormatEx(locale, flags, time, picture, out, size, nullptr); },
+      DATE_SHORTDATE, t);
+}
+
+std::wstring TimeFormatEx(const SYSTEMTIME& t) {
+  return UserFormat(GetTimeFormatEx, 0, t);
+}
+
 }  // namespace
+
+std::wstring Win32Clock::GeneralDate(Date local) {
+  const SYSTEMTIME t = ToSystemTime(local);
+  std::wstring date = DateFormatEx(t);
+  // A date outside what the user's calendar can show still gets a readable stamp.
+  if (date.empty()) return FormatGeneralDate(local);
+  if (t.wHour == 0 && t.wMinute == 0 && t.wSecond == 0) return date;
+  return date + L" " + TimeFormatEx(t);
+}
 
 Date Win32Clock::Now() {
   SYSTEMTIME t;
