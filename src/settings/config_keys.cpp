@@ -65,10 +65,6 @@ const ConfigKey kGeneralKeys[] = {
     CORVINA_KEY(kConf, AppPath),
     CORVINA_KEY(kConf, HideAllText),
     CORVINA_KEY(kConf, HideDistListOnServer),
-    CORVINA_KEY(kConf, FitImage),
-    CORVINA_KEY(kConf, FullScanOnStartUpDone),
-    CORVINA_KEY(kConf, FullScanOnStartDontShowAgain),
-    CORVINA_KEY(kConf, DontShowAgainForVersion),
 };
 
 const ConfigKey kViewKeys[] = {
@@ -108,9 +104,13 @@ const ConfigKey kViewKeys[] = {
     CORVINA_KEY(kConf, Statistic12),
     CORVINA_KEY(kConf, Statistic13),
     CORVINA_KEY(kConf, Statistic14),
+    CORVINA_KEY(kConf, FitImage),
+    CORVINA_KEY(kConf, FullScanOnStartUpDone),
+    CORVINA_KEY(kConf, FullScanOnStartDontShowAgain),
     CORVINA_KEY(kConf, TrayShow),
     CORVINA_KEY(kConf, TrayMonitor),
     CORVINA_KEY(kConf, TrayAnimateIcon),
+    CORVINA_KEY(kConf, DontShowAgainForVersion),
     CORVINA_KEY(kUploader, UploaderID),
     CORVINA_KEY(kUploader, UploaderPwd),
     CORVINA_KEY(kConf, DangerousExtentions),

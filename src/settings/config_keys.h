@@ -32,8 +32,9 @@ struct ConfigKey {
 // Groups in the order loading and saving walk them; the folder list and LastMailMonitorTime
 // are handled between the groups by code of their own.
 std::span<const ConfigKey> ThumbnailConfigKeys();  // the first keys of "Configuration"
-std::span<const ConfigKey> GeneralConfigKeys();    // the rest of "Configuration"
-std::span<const ConfigKey> ViewConfigKeys();       // "Thumbnail", "Picker", counters, tray,
+std::span<const ConfigKey> GeneralConfigKeys();    // "Configuration" up to HideDistListOnServer
+std::span<const ConfigKey> ViewConfigKeys();       // "Thumbnail", "Picker", the counters and
+                                                   // the preview, scan and tray flags,
                                                    // "Uploader", the file-type lists
 std::span<const ConfigKey> ChatConfigKeys();       // "Chat", then SmartSenderSubject
 
