@@ -29,6 +29,7 @@ class FakeObject final : public IDispatch, public IConnectionPointContainer, pub
   }
 
   // What the test sets up.
+  std::map<std::wstring, DISPID> members = kMembers;  // this object's own numbering
   std::map<DISPID, UniqueVariant> values;  // what a property get returns, what a put stores
   HRESULT invoke_result = S_OK;           // DISP_E_EXCEPTION fills `exception`
   EXCEPINFO exception{};                  // BSTRs are handed over to the caller
@@ -87,9 +88,9 @@ class FakeObject final : public IDispatch, public IConnectionPointContainer, pub
   }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* id) override {
     ++lookups[names[0]];
-    const auto found = kMembers.find(names[0]);
-    *id = found == kMembers.end() ? DISPID_UNKNOWN : found->second;
-    return found == kMembers.end() ? DISP_E_UNKNOWNNAME : S_OK;
+    const auto found = members.find(names[0]);
+    *id = found == members.end() ? DISPID_UNKNOWN : found->second;
+    return found == members.end() ? DISP_E_UNKNOWNNAME : S_OK;
   }
   HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD call_flags, DISPPARAMS* params,
                                    VARIANT* result, EXCEPINFO* info, UINT*) override {

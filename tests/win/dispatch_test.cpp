@@ -23,40 +23,57 @@ void SetRaw(UniqueVariant& slot, VARTYPE type, auto set) {
   set(*v);
 }
 
-TEST(DispatchIds, LooksEachNameUpOncePerTypeAndConnection) {
-  auto ids = std::make_shared<DispatchIdCache>();
-  auto first = FakeObject::Make();
-  auto second = FakeObject::Make();
-  Dispatch a(first, ids, L"Fake");
-  Dispatch b(second, ids, L"Fake");
-  for (int i = 0; i < 3; ++i) {
-    a.Get(L"Name");
-    b.Get(L"Name");
-  }
-  a.Get(L"Count");
-  EXPECT_EQ(first->lookups[L"Name"], 1);
-  EXPECT_EQ(second->lookups[L"Name"], 0);
-  EXPECT_EQ(first->lookups[L"Count"], 1);
-
-  // Another connection has its own cache.
-  Dispatch(second, nullptr, L"Fake").Get(L"Name");
-  EXPECT_EQ(second->lookups[L"Name"], 1);
-}
-
-TEST(DispatchIds, DescribedTypesAreKeyedByTheirGuid) {
+TEST(DispatchIds, DescribedTypesShareIdsPerGuidAndConnection) {
   auto ids = std::make_shared<DispatchIdCache>();
   auto mail = FakeObject::Make(kMailType);
+  auto other_mail = FakeObject::Make(kMailType);
   auto report = FakeObject::Make(kReportType);
-  Dispatch(mail, ids, L"Item").Get(L"Name");
-  Dispatch(FakeObject::Make(kMailType), ids, L"Item").Get(L"Name");
+  for (int i = 0; i < 3; ++i) {
+    Dispatch(mail, ids, L"Item").Get(L"Name");
+    Dispatch(other_mail, ids, L"Item").Get(L"Name");
+  }
   Dispatch(report, ids, L"Item").Get(L"Name");
   EXPECT_EQ(mail->lookups[L"Name"], 1);
-  EXPECT_EQ(report->lookups[L"Name"], 1);  // same vtable, different type: asked again
+  EXPECT_EQ(other_mail->lookups[L"Name"], 0);  // the type's id serves every object of it
+  EXPECT_EQ(report->lookups[L"Name"], 1);      // same vtable, different type: asked again
 
   // A described type's unknown name is remembered as unknown.
   Dispatch item(mail, ids, L"Item");
   for (int i = 0; i < 2; ++i) EXPECT_THROW(item.Get(L"SenderName"), Error);
   EXPECT_EQ(mail->lookups[L"SenderName"], 1);
+
+  // Another connection has its own cache.
+  Dispatch(other_mail, nullptr, L"Item").Get(L"Name");
+  EXPECT_EQ(other_mail->lookups[L"Name"], 1);
+}
+
+// A script host serves its objects from one implementation (here: one C++ class, one vtable)
+// and numbers each object's members its own way. An id one of them gave must never be used on
+// another: Visible would land on FaceId, silently.
+TEST(DispatchIds, ObjectsWithoutTypeInformationAreAskedEachForItself) {
+  auto ids = std::make_shared<DispatchIdCache>();
+  auto button = FakeObject::Make();
+  auto combo = FakeObject::Make();
+  button->members = {{L"Visible", 1}, {L"FaceId", 2}};
+  combo->members = {{L"FaceId", 1}, {L"Visible", 2}};
+  Dispatch on_button(button, ids, L"CommandBarControl");
+  Dispatch on_combo(combo, ids, L"CommandBarControl");
+  on_button.Put(L"Visible", true);
+  on_combo.Put(L"Visible", false);
+  EXPECT_EQ(button->values.count(1), 1u);
+  EXPECT_EQ(combo->values.count(2), 1u);
+  EXPECT_EQ(combo->values.count(1), 0u) << "Visible was written to FaceId";
+  EXPECT_EQ(ids->size(), 0u);
+
+  // Each wrapper keeps what its own object answered; an unknown name is asked again.
+  for (int i = 0; i < 2; ++i) {
+    on_button.Get(L"Visible");
+    on_combo.Get(L"Visible");
+    EXPECT_THROW(on_combo.Get(L"Caption"), Error);
+  }
+  EXPECT_EQ(button->lookups[L"Visible"], 1);
+  EXPECT_EQ(combo->lookups[L"Visible"], 1);
+  EXPECT_EQ(combo->lookups[L"Caption"], 2);
 }
 
 TEST(Dispatch, PassesArgumentsLastFirst) {

@@ -24,9 +24,7 @@ struct InvokeFailure {
   UINT argument = 0;
 };
 
-// The DISPID of a member name. One number per name (in any case) for every kind of object:
-// the add-in's DISPID cache may key several kinds by one implementation, so a name must not
-// mean two numbers.
+// The DISPID of a member name: one number per name (in any case) for every kind of object.
 DISPID DispIdOf(std::wstring_view name);
 
 // What Office reports for a failed member: DISP_E_EXCEPTION with the error's number, source

@@ -123,7 +123,7 @@ class Object final : public IDispatch, public IConnectionPointContainer {
     return left;
   }
 
-  // No type information: callers key their DISPID caches by this class's vtable.
+  // No type information, as a script host's objects: a caller must ask each object for its ids.
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
     if (!count) return E_POINTER;
     *count = 0;

@@ -18,8 +18,12 @@ UniqueVariant Dispatch::Invoke(const wchar_t* name, WORD flags, std::span<Unique
     throw Error(kErrObjectVariableNotSet, kOwnErrorSource,
                 L"Object variable not set: " + std::wstring(type_) + L"." + name);
   }
-  if (!key_) key_ = TypeKeyOf(object_.Get());
-  const DISPID id = ids_->IdOf(object_.Get(), *key_, name, type_);
+  if (!type_known_) {
+    described_type_ = DescribedTypeOf(object_.Get());
+    type_known_ = true;
+  }
+  const DISPID id = described_type_ ? ids_->IdOf(object_.Get(), *described_type_, name, type_)
+                                    : own_ids_.IdOf(object_.Get(), name, type_);
 
   // Shallow copies: `args` keeps owning the values; IDispatch wants the last argument first.
   std::vector<VARIANT> reversed(args.size());

@@ -1,7 +1,8 @@
 #pragma once
 // Late binding over IDispatch: Get, Put and Call by member name, as script code calls Outlook.
 // Arguments and results are RAII VARIANTs; names become DISPIDs through the connection's shared
-// cache; every failure becomes corvina::Error naming the member ("Items.Restrict failed: ...").
+// cache when the object describes its type, through the wrapper's own list otherwise (see
+// dispatch_id_cache.h); every failure becomes corvina::Error naming the member ("Items.Restrict failed: ...").
 //
 // Get and Call pass DISPATCH_PROPERTYGET | DISPATCH_METHOD, as late-bound callers do: some
 // collections' Item is a property and others' a method, and the object picks what it has.
@@ -28,7 +29,7 @@ class Dispatch {
            const wchar_t* type = L"Object");
 
   IDispatch* get() const { return object_.Get(); }
-  // The id cache shared by every object reached from one Application.
+  // The id cache shared by every described object reached from one Application.
   const std::shared_ptr<DispatchIdCache>& ids() const { return ids_; }
   explicit operator bool() const { return object_ != nullptr; }
   const wchar_t* type() const { return type_; }
@@ -79,7 +80,9 @@ class Dispatch {
   std::shared_ptr<DispatchIdCache> ids_;
   const wchar_t* type_ = L"Object";
   // Worked out at the first call: asking an object for its type is itself a call.
-  std::optional<DispatchTypeKey> key_;
+  bool type_known_ = false;
+  std::optional<DispatchTypeId> described_type_;
+  ObjectIds own_ids_;  // of an object without type information
 };
 
 }  // namespace corvina::win32
