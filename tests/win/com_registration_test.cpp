@@ -63,6 +63,26 @@ VARIANT Variant(VARTYPE type, LONG value) {
   return v;
 }
 
+// A VARIANT by reference to `target`, as a VB-style caller passes a variable.
+VARIANT ByReference(VARIANT* target) {
+  VARIANT v;
+  V_VT(&v) = VT_VARIANT | VT_BYREF;
+  V_VARIANTREF(&v) = target;
+  return v;
+}
+
+std::string ReadBytes(const std::wstring& path) {
+  std::string bytes;
+  HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                            OPEN_EXISTING, 0, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return bytes;
+  char buffer[4096];
+  DWORD got = 0;
+  while (ReadFile(file, buffer, sizeof buffer, &got, nullptr) && got > 0) bytes.append(buffer, got);
+  CloseHandle(file);
+  return bytes;
+}
+
 bool KeyExists(HKEY hive, const std::wstring& key) {
   HKEY k = nullptr;
   if (RegOpenKeyExW(hive, key.c_str(), 0, KEY_READ, &k) != ERROR_SUCCESS) return false;
@@ -154,18 +174,26 @@ TEST_F(VireoDllTest, RegisteredMachineWideItIsCreatedByProgIdAndConnects) {
       EXPECT_EQ(id, expected[i]);
     }
     const VARIANT missing = Variant(VT_ERROR, DISP_E_PARAMNOTFOUND);  // custom: left out
-    const VARIANT nothing = Variant(VT_DISPATCH, 0);  // no Application, no AddInInst
+    VARIANT nothing = Variant(VT_DISPATCH, 0);  // no Application, no AddInInst
+    // Arguments by reference, a reference to a reference included.
+    VARIANT mode = Variant(VT_I2, 0);
+    VARIANT mode_ref = ByReference(&mode);
+    VARIANT nothing_ref = ByReference(&nothing);
+    const std::wstring log = dll_path.substr(0, dll_path.rfind(L'\\')) + L"\\Vireo.log";
+    DeleteFileW(log.c_str());
     struct Call {
       DISPID id;
       std::vector<VARIANT> args;  // first parameter first
       HRESULT result;
     } calls[] = {
         {1, {nothing, Variant(VT_I2, 0), nothing, missing}, S_OK},
+        {1, {ByReference(&nothing_ref), ByReference(&mode_ref), nothing_ref, missing}, S_OK},
         {1, {nothing, nothing, nothing, missing}, DISP_E_TYPEMISMATCH},
         {4, {missing}, S_OK},
         {3, {}, S_OK},
         {5, {missing}, S_OK},
         {2, {Variant(VT_I4, 1), missing}, S_OK},
+        {2, {ByReference(&mode_ref), missing}, S_OK},
         {2, {Variant(VT_I4, 1), missing, missing}, DISP_E_BADPARAMCOUNT},
         {6, {}, DISP_E_MEMBERNOTFOUND},
     };
@@ -177,6 +205,11 @@ TEST_F(VireoDllTest, RegisteredMachineWideItIsCreatedByProgIdAndConnects) {
                 c.result)
           << "DISPID " << c.id << " with " << c.args.size() << " arguments";
     }
+    // The refused call leaves its reason in the log.
+    EXPECT_NE(ReadBytes(log).find("Type mismatch: OnConnection was called with a ConnectMode of "
+                                  "variant type 9, which is no number"),
+              std::string::npos)
+        << ReadBytes(log);
   }
   EXPECT_EQ(Export<Entry>("DllCanUnloadNow")(), S_OK);
 

@@ -7,6 +7,7 @@
 #include "dispatch_fake.h"
 #include "platform/win32/event_sink.h"
 #include "platform/win32/outlook_events.h"
+#include "platform/win32/outlook_objects.h"
 
 namespace corvina::win32 {
 namespace {
@@ -60,6 +61,61 @@ TEST(DispatchEvents, SinkAnswersForItsInterfaceOnly) {
   } catch (const Error& e) {
     EXPECT_EQ(e.number(), static_cast<int32_t>(CONNECT_E_NOCONNECTION));
     EXPECT_NE(e.description().find(L"Explorer.OnClose"), std::wstring::npos);
+  }
+}
+
+// A VB-style source passes its variable by reference, possibly a reference to a reference.
+TEST(DispatchEvents, NewInspectorTakesTheWindowHoweverItIsPassed) {
+  auto inspectors = FakeObject::Make(GUID_NULL, kInspectorsEvents);
+  auto window = FakeObject::Make();
+  window->members[L"CurrentItem"] = 7;  // answers Nothing: enough to see which object arrived
+  IDispatch* raw = window.Get();
+  VARIANT by_value, object_ref, to_value, to_ref, to_to_ref, empty, to_empty, null_ref;
+  by_value.vt = VT_DISPATCH;
+  by_value.pdispVal = raw;
+  object_ref.vt = VT_DISPATCH | VT_BYREF;
+  object_ref.ppdispVal = &raw;
+  to_value.vt = VT_VARIANT | VT_BYREF;
+  to_value.pvarVal = &by_value;
+  to_ref.vt = VT_VARIANT | VT_BYREF;
+  to_ref.pvarVal = &object_ref;
+  to_to_ref.vt = VT_VARIANT | VT_BYREF;
+  to_to_ref.pvarVal = &to_ref;
+  VariantInit(&empty);
+  to_empty.vt = VT_VARIANT | VT_BYREF;
+  to_empty.pvarVal = &empty;
+  null_ref.vt = VT_VARIANT | VT_BYREF;
+  null_ref.pvarVal = nullptr;
+  const struct {
+    const char* passed;
+    VARIANT* argument;
+    bool window;  // whether the handler gets the window (else the event is ignored)
+  } rows[] = {
+      {"the object", &by_value, true},
+      {"a reference to the object", &object_ref, true},
+      {"a variant by reference", &to_value, true},
+      {"a variant by reference to an object reference", &to_ref, true},
+      {"a reference to a reference", &to_to_ref, true},
+      {"a reference to an empty variant", &to_empty, false},
+      {"a null reference", &null_ref, false},
+  };
+  for (const auto& row : rows) {
+    int calls = 0;
+    bool got_window = false;
+    EventConnection connection = WrapInspectors(Dispatch(inspectors, nullptr))
+                                     ->OnNewInspector([&](outlook::Ref<outlook::Inspector> opened) {
+                                       ++calls;
+                                       got_window = opened && !opened->CurrentItem();
+                                     });
+    const int asked = window->lookups[L"CurrentItem"];
+    DISPPARAMS params{row.argument, nullptr, 1, 0};
+    EXPECT_EQ(inspectors->sink->Invoke(kDispIdNewInspector, IID_NULL, 0, DISPATCH_METHOD, &params,
+                                       nullptr, nullptr, nullptr),
+              S_OK)
+        << row.passed;
+    EXPECT_EQ(calls, row.window ? 1 : 0) << row.passed;
+    EXPECT_EQ(got_window, row.window) << row.passed;
+    EXPECT_EQ(window->lookups[L"CurrentItem"], asked + (row.window ? 1 : 0)) << row.passed;
   }
 }
 

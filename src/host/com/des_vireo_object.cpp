@@ -28,6 +28,23 @@ const Member* FindMember(DISPID id) {
   return nullptr;
 }
 
+// A host that passes no number for the mode gets the type mismatch IDispatch prescribes; the
+// log says so, or an add-in that never connected would leave no trace of why.
+void LogRefusedMode(DesVireo* connect, const Member& member, const VARIANT& passed) noexcept {
+  LastWall(member.name, [&] {
+    if (!connect) return;
+    const bool connecting = member.id == kDispIdOnConnection;
+    AddIn& addin = connect->addin();
+    addin.log.LogError(
+        L"DesVireo", connecting ? L"IDTExtensibility2_OnConnection" : L"IDTExtensibility2_OnDisconnection",
+        Error(kErrTypeMismatch, kOwnErrorSource,
+              std::wstring(L"Type mismatch: ") + member.name + L" was called with a " +
+                  (connecting ? L"ConnectMode" : L"RemoveMode") + L" of variant type " +
+                  std::to_wstring(passed.vt) + L", which is no number; the call was refused"));
+    addin.log.Flush(addin.LogPath());
+  });
+}
+
 }  // namespace
 
 DesVireoObject::DesVireoObject() {
@@ -105,6 +122,7 @@ HRESULT DesVireoObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* 
   std::optional<long> number = 0;
   if (id == kDispIdOnConnection || id == kDispIdOnDisconnection) number = args.Long(number_at);
   if (!number) {
+    LogRefusedMode(connect_.get(), *member, *args.At(number_at));
     if (arg_error) *arg_error = p.cArgs - 1 - number_at;
     return DISP_E_TYPEMISMATCH;
   }

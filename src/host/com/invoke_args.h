@@ -1,6 +1,7 @@
 #pragma once
 // Reading IDispatch::Invoke arguments. DISPPARAMS holds them last first: the first parameter
-// of the method is rgvarg[cArgs - 1].
+// of the method is rgvarg[cArgs - 1]. Each is read through win32::ArgumentValue, so a value
+// passed by reference (as VB-style callers pass a variable) reads like one passed by value.
 #include <optional>
 
 #include "platform/win32/windows_api.h"
@@ -11,12 +12,12 @@ class InvokeArgs {
  public:
   explicit InvokeArgs(const DISPPARAMS& params) : params_(params) {}
   UINT count() const { return params_.cArgs; }
-  // The parameter at `position` (0 = first), or nullptr when the caller passed fewer.
+  // The parameter at `position` (0 = first) as passed, or nullptr when the caller passed fewer.
   const VARIANT* At(UINT position) const;
-  // An object parameter; nothing for a missing, empty or null one.
+  // An object parameter; nothing for a missing, empty or null one, or one that is no object.
   Microsoft::WRL::ComPtr<IDispatch> Dispatch(UINT position) const;
-  // A number parameter converted as Invoke converts (by value or by reference); nothing when
-  // it does not convert. A missing one is 0.
+  // A number parameter converted as Invoke converts; nothing when it does not convert. A
+  // missing one is 0.
   std::optional<long> Long(UINT position) const;
 
  private:

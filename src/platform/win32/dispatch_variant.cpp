@@ -25,7 +25,44 @@ UniqueVariant Coerce(const VARIANT& value, VARTYPE type, std::wstring_view objec
   return out;
 }
 
+// VARIANTs pointing at VARIANTs: a caller's chain is a link or two; a longer one is taken for
+// a loop.
+constexpr int kMostReferenceLinks = 16;
+
+UniqueVariant ErrorValue(HRESULT why) {
+  UniqueVariant v;
+  v.get()->vt = VT_ERROR;
+  v.get()->scode = why;
+  return v;
+}
+
 }  // namespace
+
+UniqueVariant ArgumentValue(const VARIANT& argument) {
+  const VARIANT* at = &argument;
+  for (int links = 0; at->vt == (VT_VARIANT | VT_BYREF); ++links) {
+    if (!at->pvarVal) return UniqueVariant();
+    if (links == kMostReferenceLinks) return ErrorValue(E_INVALIDARG);
+    at = at->pvarVal;
+  }
+  UniqueVariant value;
+  VARIANT* source = const_cast<VARIANT*>(at);
+  if (!(at->vt & VT_BYREF)) {
+    if (const HRESULT hr = VariantCopy(value.get(), source); FAILED(hr)) return ErrorValue(hr);
+  } else if (at->byref) {
+    if (const HRESULT hr = VariantCopyInd(value.get(), source); FAILED(hr)) return ErrorValue(hr);
+  }
+  return value;
+}
+
+Microsoft::WRL::ComPtr<IDispatch> ObjectArgument(const VARIANT& argument) {
+  Microsoft::WRL::ComPtr<IDispatch> object;
+  const UniqueVariant value = ArgumentValue(argument);
+  const VARIANT& v = *value.get();
+  IUnknown* unknown = v.vt == VT_DISPATCH ? v.pdispVal : v.vt == VT_UNKNOWN ? v.punkVal : nullptr;
+  if (unknown) unknown->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(object.GetAddressOf()));
+  return object;
+}
 
 UniqueVariant ToVariant(const std::wstring& value) {
   UniqueVariant v;

@@ -40,4 +40,16 @@ template <>
 Microsoft::WRL::ComPtr<IDispatch> FromVariant(const VARIANT& value, std::wstring_view object,
                                               std::wstring_view member);
 
+// An argument someone passed us (an event's, or one of IDispatch::Invoke), as its value.
+// Late-bound callers in the VB style pass a variable by reference: VT_BYREF of a number, a
+// text or an object, or VT_VARIANT | VT_BYREF pointing at a VARIANT that may be such a
+// reference again. Every reader of arguments goes through here, so no reader meets a
+// reference it does not expect. The copy is the value the references end in; a null
+// reference is VT_EMPTY, and one that cannot be followed is VT_ERROR with the reason.
+UniqueVariant ArgumentValue(const VARIANT& argument);
+
+// An object argument, read through ArgumentValue: null for Nothing, for a missing argument
+// and for anything that is not an object.
+Microsoft::WRL::ComPtr<IDispatch> ObjectArgument(const VARIANT& argument);
+
 }  // namespace corvina::win32

@@ -111,13 +111,10 @@ class ComInspectors final : public outlook::Inspectors {
         d_.get(), kInspectorsEvents, kDispIdNewInspector,
         [ids, handler = std::move(handler)](const DISPPARAMS& params) {
           // NewInspector(Inspector): the one argument is the new window.
-          if (params.cArgs < 1) return;
-          const VARIANT& arg = params.rgvarg[params.cArgs - 1];
-          IDispatch* window = arg.vt == VT_DISPATCH ? arg.pdispVal
-                              : arg.vt == (VT_DISPATCH | VT_BYREF) && arg.ppdispVal ? *arg.ppdispVal
-                                                                                   : nullptr;
+          if (params.cArgs < 1 || !params.rgvarg) return;
+          auto window = ObjectArgument(params.rgvarg[params.cArgs - 1]);
           if (!window) return;
-          handler(WrapInspector(Dispatch(Microsoft::WRL::ComPtr<IDispatch>(window), ids)));
+          handler(WrapInspector(Dispatch(std::move(window), ids)));
         },
         L"Inspectors.OnNewInspector");
   }
