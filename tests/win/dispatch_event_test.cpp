@@ -53,14 +53,43 @@ TEST(DispatchEvents, SinkAnswersForItsInterfaceOnly) {
   EXPECT_EQ(app->sink.As(&unknown), S_OK);
   Microsoft::WRL::ComPtr<IConnectionPoint> wrong;
   EXPECT_EQ(app->sink.As(&wrong), E_NOINTERFACE);
+}
 
-  // A source without the requested events interface.
-  try {
-    (void)AdviseEvent(app.Get(), kExplorerEvents10, kDispIdExplorerClose, [] {}, L"Explorer.OnClose");
-    ADD_FAILURE();
-  } catch (const Error& e) {
-    EXPECT_EQ(e.number(), static_cast<int32_t>(CONNECT_E_NOCONNECTION));
-    EXPECT_NE(e.description().find(L"Explorer.OnClose"), std::wstring::npos);
+// Whatever stops an event from being hooked, the error says which event and why.
+TEST(DispatchEvents, AnEventThatCannotBeHookedIsNamedWithTheReason) {
+  auto no_events = FakeObject::Make();  // no connection points at all
+  auto application = FakeObject::Make(GUID_NULL, kApplicationEvents11);
+  auto busy = FakeObject::Make(GUID_NULL, kExplorerEvents10);
+  EventConnection taken = AdviseEvent(busy.Get(), kExplorerEvents10, kDispIdExplorerClose, [] {},
+                                      L"Explorer.Close");  // the fake takes one sink only
+  const struct {
+    IDispatch* source;
+    IID events;
+    const wchar_t* event;
+    int32_t number;
+    const wchar_t* why;
+  } rows[] = {
+      {no_events.Get(), kApplicationEvents11, L"Application.NewMail",
+       static_cast<int32_t>(E_NOINTERFACE), L"offers no events"},
+      {application.Get(), kExplorerEvents10, L"Explorer.Close",
+       static_cast<int32_t>(CONNECT_E_NOCONNECTION),
+       L"no connection point for the events interface {0006300F-0000-0000-C000-000000000046}"},
+      {busy.Get(), kExplorerEvents10, L"Explorer.Deactivate",
+       static_cast<int32_t>(CONNECT_E_ADVISELIMIT), L"refused the add-in's event sink"},
+      {nullptr, kApplicationEvents11, L"Application.Startup", kErrObjectVariableNotSet,
+       L"Object variable or With block variable not set"},
+  };
+  for (const auto& row : rows) {
+    const std::string event(row.event, row.event + wcslen(row.event));
+    try {
+      (void)AdviseEvent(row.source, row.events, 1, [] {}, row.event);
+      ADD_FAILURE() << event << " was hooked";
+    } catch (const Error& e) {
+      EXPECT_EQ(e.number(), row.number) << event;
+      const std::wstring start = L"Cannot hook the event " + std::wstring(row.event) + L": ";
+      EXPECT_EQ(e.description().substr(0, start.size()), start) << event;
+      EXPECT_NE(e.description().find(row.why), std::wstring::npos) << event;
+    }
   }
 }
 

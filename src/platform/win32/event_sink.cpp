@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include "base/error.h"
 #include "platform/win32/dispatch_error.h"
 
 namespace corvina::win32 {
@@ -83,25 +84,50 @@ class EventSink final : public IDispatch {
 };
 #pragma GCC diagnostic pop
 
+// What Outlook answered, with the event the add-in tried to hook and what went wrong: the log
+// line has to tell a reader which event is dead.
+Error HookError(HRESULT hr, std::wstring_view event, const wchar_t* why) {
+  return Error(static_cast<int32_t>(hr), kOutlookSource,
+               L"Cannot hook the event " + std::wstring(event) + L": " + why + L" (" +
+                   DescribeHResult(hr) + L")");
+}
+
+std::wstring GuidText(const IID& iid) {
+  wchar_t text[40] = L"";
+  StringFromGUID2(iid, text, 40);
+  return text;
+}
+
 }  // namespace
 
 EventConnection AdviseEvent(IDispatch* source, const IID& events, DISPID dispid,
-                            std::function<void()> handler, std::wstring_view member) {
+                            std::function<void()> handler, std::wstring_view event) {
   return AdviseEventWithArguments(
       source, events, dispid, [handler = std::move(handler)](const DISPPARAMS&) { handler(); },
-      member);
+      event);
 }
 
 EventConnection AdviseEventWithArguments(IDispatch* source, const IID& events, DISPID dispid,
-                                         EventHandler handler, std::wstring_view member) {
-  if (!source) throw CallError(E_POINTER, member);
+                                         EventHandler handler, std::wstring_view event) {
+  if (!source) {
+    throw Error(kErrObjectVariableNotSet, kOwnErrorSource,
+                L"Cannot hook the event " + std::wstring(event) +
+                    L": Object variable or With block variable not set");
+  }
   Microsoft::WRL::ComPtr<IConnectionPointContainer> container;
   HRESULT hr = source->QueryInterface(IID_IConnectionPointContainer,
                                       reinterpret_cast<void**>(container.GetAddressOf()));
-  if (FAILED(hr)) throw CallError(hr, member);
+  if (FAILED(hr) || !container) {
+    throw HookError(FAILED(hr) ? hr : E_NOINTERFACE, event,
+                    L"the object offers no events (it has no connection points)");
+  }
   Microsoft::WRL::ComPtr<IConnectionPoint> point;
   hr = container->FindConnectionPoint(events, point.GetAddressOf());
-  if (FAILED(hr)) throw CallError(hr, member);
+  if (FAILED(hr) || !point) {
+    const std::wstring why = L"the object has no connection point for the events interface " +
+                             GuidText(events);
+    throw HookError(FAILED(hr) ? hr : E_NOINTERFACE, event, why.c_str());
+  }
 
   Microsoft::WRL::ComPtr<EventSink> sink;
   // Takes over the one reference the sink is born with. (mingw-w64's ComPtr::Attach adds a
@@ -109,7 +135,7 @@ EventConnection AdviseEventWithArguments(IDispatch* source, const IID& events, D
   *sink.ReleaseAndGetAddressOf() = new EventSink(events, dispid, std::move(handler));
   DWORD cookie = 0;
   hr = point->Advise(sink.Get(), &cookie);
-  if (FAILED(hr)) throw CallError(hr, member);
+  if (FAILED(hr)) throw HookError(hr, event, L"the object refused the add-in's event sink");
   return EventConnection([point, sink, cookie] {
     sink->Disconnect();
     point->Unadvise(cookie);

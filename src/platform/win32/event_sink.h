@@ -16,16 +16,18 @@ namespace corvina::win32 {
 
 // Calls `handler` whenever `source` raises event `dispid` of `events`. The event's arguments
 // are not read. A handler's exception never reaches Outlook: the sink swallows it and answers
-// S_OK. Throws corvina::Error naming `member` ("Explorer.OnClose") when the source has no such
-// connection point or refuses the sink.
+// S_OK. `event` names the event as Outlook's object model does ("Explorer.Close"). When the
+// event cannot be hooked (the source offers no connection points, none for `events`, or
+// refuses the sink) this throws corvina::Error whose description names that event and why:
+// "Cannot hook the event Explorer.Close: the object offers no events (0x80004002 ...)".
 [[nodiscard]] EventConnection AdviseEvent(IDispatch* source, const IID& events, DISPID dispid,
-                                          std::function<void()> handler, std::wstring_view member);
+                                          std::function<void()> handler, std::wstring_view event);
 
 // The same for an event whose arguments matter: the handler sees Outlook's DISPPARAMS (the
 // arguments in reverse order) for the duration of the call.
 using EventHandler = std::function<void(const DISPPARAMS&)>;
 [[nodiscard]] EventConnection AdviseEventWithArguments(IDispatch* source, const IID& events,
                                                        DISPID dispid, EventHandler handler,
-                                                       std::wstring_view member);
+                                                       std::wstring_view event);
 
 }  // namespace corvina::win32

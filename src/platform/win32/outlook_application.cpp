@@ -33,11 +33,11 @@ class ComApplication final : public outlook::Application {
   }
   EventConnection OnNewMail(std::function<void()> handler) override {
     return AdviseEvent(d_.get(), kApplicationEvents11, kDispIdNewMail, std::move(handler),
-                       L"Application.OnNewMail");
+                       L"Application.NewMail");
   }
   EventConnection OnStartup(std::function<void()> handler) override {
     return AdviseEvent(d_.get(), kApplicationEvents11, kDispIdStartup, std::move(handler),
-                       L"Application.OnStartup");
+                       L"Application.Startup");
   }
 
  private:
@@ -68,11 +68,11 @@ class ComExplorer final : public outlook::Explorer {
   void Activate() override { d_.Call(L"Activate"); }
   EventConnection OnClose(std::function<void()> handler) override {
     return AdviseEvent(d_.get(), kExplorerEvents10, kDispIdExplorerClose, std::move(handler),
-                       L"Explorer.OnClose");
+                       L"Explorer.Close");
   }
   EventConnection OnDeactivate(std::function<void()> handler) override {
     return AdviseEvent(d_.get(), kExplorerEvents10, kDispIdExplorerDeactivate, std::move(handler),
-                       L"Explorer.OnDeactivate");
+                       L"Explorer.Deactivate");
   }
 
  private:
@@ -90,7 +90,7 @@ class ComInspector final : public outlook::Inspector {
   }
   EventConnection OnClose(std::function<void()> handler) override {
     return AdviseEvent(d_.get(), kInspectorEvents10, kDispIdInspectorClose, std::move(handler),
-                       L"Inspector.OnClose");
+                       L"Inspector.Close");
   }
 
  private:
@@ -116,7 +116,7 @@ class ComInspectors final : public outlook::Inspectors {
           if (!window) return;
           handler(WrapInspector(Dispatch(std::move(window), ids)));
         },
-        L"Inspectors.OnNewInspector");
+        L"Inspectors.NewInspector");
   }
 
  private:

@@ -41,11 +41,11 @@ class ComControl final : public outlook::CommandBarControl {
 
   EventConnection OnClick(std::function<void()> handler) override {
     return AdviseEvent(d_.get(), kCommandBarButtonEvents, kDispIdClick, std::move(handler),
-                       L"CommandBarControl.OnClick");
+                       L"CommandBarButton.Click");
   }
   EventConnection OnChange(std::function<void()> handler) override {
     return AdviseEvent(d_.get(), kCommandBarComboBoxEvents, kDispIdChange, std::move(handler),
-                       L"CommandBarControl.OnChange");
+                       L"CommandBarComboBox.Change");
   }
 
  private:
