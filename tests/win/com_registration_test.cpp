@@ -3,6 +3,7 @@
 // interface, and unregistered without a trace.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -227,6 +228,91 @@ TEST_F(VireoDllTest, PerUserInstallWritesAndRemovesTheSameEntriesUnderTheUser) {
   EXPECT_EQ(install(FALSE, L"user"), S_OK);  // nothing left to remove is no failure
   EXPECT_EQ(install(TRUE, L"everyone"), E_INVALIDARG);
   ExpectUnregistered(HKEY_CURRENT_USER);
+}
+
+// Parents registration creates along are removed again by unregistration; parents that were
+// there before, or hold something else by then, stay.
+const std::wstring kOffice = L"Software\\Microsoft\\Office";
+const std::wstring kOutlook = kOffice + L"\\Outlook";
+const std::wstring kAddins = kOutlook + L"\\Addins";
+const std::wstring kSibling = kAddins + L"\\Corvina.TestSibling";
+
+void PutKey(HKEY hive, const std::wstring& path, const wchar_t* value = nullptr) {
+  HKEY key = nullptr;
+  ASSERT_EQ(RegCreateKeyExW(hive, path.c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr, &key, nullptr),
+            ERROR_SUCCESS);
+  if (value) RegSetValueExW(key, value, 0, REG_SZ, reinterpret_cast<const BYTE*>(L"x"), 2 * sizeof(wchar_t));
+  RegCloseKey(key);
+}
+
+bool HasValue(HKEY hive, const std::wstring& path, const wchar_t* value) {
+  return RegGetValueW(hive, path.c_str(), value, RRF_RT_ANY, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
+}
+
+// The test's own traces go, then every empty key of the Office chain (earlier versions left
+// them behind): each row starts from a hive without Office.
+void ClearOffice(HKEY hive) {
+  RegDeleteTreeW(hive, kSibling.c_str());
+  RegDeleteKeyValueW(hive, kOutlook.c_str(), L"CorvinaTest");
+  for (const std::wstring& key : {kAddins, kOutlook, kOffice}) RegDeleteKeyW(hive, key.c_str());
+}
+
+TEST_F(VireoDllTest, UnregistrationRemovesTheParentsRegistrationCreatedAndNoOthers) {
+  auto install = Export<InstallEntry>("DllInstall");
+  const struct {
+    const char* hive_name;
+    HKEY hive;
+    std::function<HRESULT()> install, uninstall;
+  } hives[] = {
+      {"per user", HKEY_CURRENT_USER, [&] { return install(TRUE, L"user"); },
+       [&] { return install(FALSE, L"user"); }},
+      {"machine-wide", HKEY_LOCAL_MACHINE, Export<Entry>("DllRegisterServer"),
+       Export<Entry>("DllUnregisterServer")},
+  };
+  const struct {
+    const char* what;
+    std::function<void(HKEY)> before, between;
+    bool twice;  // registered a second time over the first
+    std::vector<std::wstring> kept, gone;
+  } rows[] = {
+      {"no Office before", [](HKEY) {}, [](HKEY) {}, false, {}, {kOffice}},
+      {"registered twice", [](HKEY) {}, [](HKEY) {}, true, {}, {kOffice}},
+      {"an empty Addins key before", [](HKEY h) { PutKey(h, kAddins); }, [](HKEY) {}, false,
+       {kAddins}, {}},
+      {"another add-in before", [](HKEY h) { PutKey(h, kSibling, L"LoadBehavior"); }, [](HKEY) {},
+       false, {kSibling}, {}},
+      {"another add-in registered meanwhile", [](HKEY) {},
+       [](HKEY h) { PutKey(h, kSibling, L"LoadBehavior"); }, false, {kSibling}, {}},
+      {"a value put on Outlook meanwhile", [](HKEY) {},
+       [](HKEY h) { PutKey(h, kOutlook, L"CorvinaTest"); }, false, {kOutlook}, {kAddins}},
+  };
+  for (const auto& h : hives) {
+    for (const auto& row : rows) {
+      const std::string label = std::string(h.hive_name) + ", " + row.what;
+      ClearOffice(h.hive);
+      ASSERT_FALSE(KeyExists(h.hive, kOffice)) << label << ": the prefix has Office keys of its own";
+      // Parents of the class keys exist on any system; they must exist afterwards too.
+      const bool had_clsid = KeyExists(h.hive, L"Software\\Classes\\CLSID");
+      row.before(h.hive);
+      ASSERT_EQ(h.install(), S_OK) << label;
+      if (row.twice) {
+        ASSERT_EQ(h.install(), S_OK) << label;
+      }
+      ExpectRegistered(h.hive);
+      row.between(h.hive);
+      ASSERT_EQ(h.uninstall(), S_OK) << label;
+      ExpectUnregistered(h.hive);
+      for (const std::wstring& key : row.kept)
+        EXPECT_TRUE(KeyExists(h.hive, key)) << label << ": lost " << std::string(key.begin(), key.end());
+      for (const std::wstring& key : row.gone)
+        EXPECT_FALSE(KeyExists(h.hive, key)) << label << ": left " << std::string(key.begin(), key.end());
+      if (KeyExists(h.hive, kSibling)) {
+        EXPECT_TRUE(HasValue(h.hive, kSibling, L"LoadBehavior")) << label;
+      }
+      EXPECT_EQ(KeyExists(h.hive, L"Software\\Classes\\CLSID"), had_clsid) << label;
+      ClearOffice(h.hive);
+    }
+  }
 }
 
 TEST_F(VireoDllTest, ResourcesHoldTheNamedIconsAndTheProjectVersion) {

@@ -14,10 +14,12 @@ std::wstring AddinKeyPath();
 // "Software\Classes\CLSID\{...}", below the hive.
 std::wstring ClassKeyPath();
 
-// Writes every entry; the first failure stops and is returned (entries already written stay
-// until Unregister).
+// Writes every entry, creating missing parent keys along and noting which (on the class key);
+// the first failure stops and is returned (entries already written stay until Unregister).
 HRESULT Register(HKEY hive, const std::wstring& dll_path);
-// Removes exactly the keys Register writes; keys already gone are no failure.
+// Removes exactly what Register created: its own keys, and the parent keys it noted as created
+// by it that hold nothing now. A parent that existed before, or holds another key or value by
+// now, stays. Keys already gone are no failure.
 HRESULT Unregister(HKEY hive);
 
 }  // namespace corvina::com
