@@ -9,6 +9,12 @@
 namespace corvina::sim {
 
 // Numbers the file systems need beyond those of base/error.h.
+//   52 a name Windows refuses (ERROR_INVALID_NAME): a forbidden character, only dots/blanks.
+//   75 also stands for a name longer than 255 characters (or a "\\?\" path beyond 32767):
+//      Windows reports ERROR_FILENAME_EXCED_RANGE, which platform/win32/file_errors.cpp
+//      leaves to its default, 75.
+//   76 (base/error.h) also stands for an ordinary path of MAX_PATH (260) characters or more,
+//      which Windows refuses with ERROR_PATH_NOT_FOUND.
 inline constexpr int32_t kErrBadFileName = 52;
 inline constexpr int32_t kErrDiskFull = 61;
 inline constexpr int32_t kErrDiskNotReady = 71;

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <fstream>
 #include <limits>
+#include <string>
 
 #include "base/text.h"
-#include "platform/path.h"
 #include "platform/sim/drive_path.h"
 #include "platform/sim/file_errors.h"
 #include "platform/sim/memory_file_system.h"
@@ -102,18 +102,21 @@ void MappedFileSystem::Map(wchar_t letter, fs::path folder) {
 }
 
 MappedFileSystem::Resolved MappedFileSystem::Resolve(const std::wstring& path) const {
-  auto parsed = ParseDrivePath(path);
-  if (!parsed) ThrowFileError(path::Drive(path).empty() ? kErrPathNotFound : kErrBadFileName, path);
-  auto it = drives_.find(parsed->drive);
+  DrivePath parsed;
+  if (int32_t err = ParseDrivePath(path, parsed)) ThrowFileError(err, path);
+  if (parsed.device) return Resolved{{}, false, true};
+  auto it = drives_.find(parsed.drive);
   if (it == drives_.end()) ThrowFileError(kErrPathNotFound, path);
-  Resolved r{it->second, parsed->names.empty()};
-  for (const std::wstring& name : parsed->names) r.host = FindEntry(r.host, name);
+  Resolved r{it->second, parsed.names.empty()};
+  for (const std::wstring& name : parsed.names) r.host = FindEntry(r.host, name);
   return r;
 }
 
 std::optional<fs::path> MappedFileSystem::HostPath(const std::wstring& path) const {
   try {
-    return Resolve(path).host;
+    Resolved r = Resolve(path);
+    if (r.device) return std::nullopt;
+    return r.host;
   } catch (const Error&) {
     return std::nullopt;
   }
@@ -122,6 +125,7 @@ std::optional<fs::path> MappedFileSystem::HostPath(const std::wstring& path) con
 MappedFileSystem::Resolved MappedFileSystem::ResolveInExistingFolder(
     const std::wstring& path) const {
   Resolved r = Resolve(path);
+  if (r.device) return r;
   std::error_code ec;
   if (!fs::is_directory(r.root ? r.host : r.host.parent_path(), ec))
     ThrowFileError(kErrPathNotFound, path);
@@ -130,6 +134,7 @@ MappedFileSystem::Resolved MappedFileSystem::ResolveInExistingFolder(
 
 MappedFileSystem::Resolved MappedFileSystem::ResolveWritable(const std::wstring& path) const {
   Resolved r = ResolveInExistingFolder(path);
+  if (r.device) return r;
   std::error_code ec;
   if (r.root || fs::is_directory(r.host, ec)) ThrowFileError(kErrPathFileAccess, path);
   // Linux would replace or delete a file without write permission; Windows refuses.
@@ -140,8 +145,8 @@ MappedFileSystem::Resolved MappedFileSystem::ResolveWritable(const std::wstring&
 void MappedFileSystem::Replace(const Resolved& target, const std::wstring& path,
                                std::string_view bytes) {
   if (!HasRoom(target.host.parent_path(), bytes.size())) ThrowFileError(kErrDiskFull, path);
-  fs::path temp = target.host;
-  temp += ".corvina-tmp";
+  const fs::path temp =
+      target.host.parent_path() / (".corvina-" + std::to_string(++temp_serial_) + ".tmp");
   std::error_code ec;
   {
     std::ofstream out(temp, std::ios::binary | std::ios::trunc);
@@ -181,7 +186,7 @@ void MappedFileSystem::CreateDirectory(const std::wstring& path) {
   faults_.Enter(Service::kFiles, "CreateDirectory");
   Resolved r = ResolveInExistingFolder(path);
   std::error_code ec;
-  if (r.root || fs::exists(fs::symlink_status(r.host, ec)))
+  if (r.device || r.root || fs::exists(fs::symlink_status(r.host, ec)))
     ThrowFileError(kErrPathFileAccess, path);
   if (!fs::create_directory(r.host, ec)) ThrowFileError(ErrorFor(ec), path);
   NoteChange(r.host);
@@ -191,7 +196,7 @@ void MappedFileSystem::DeleteFile(const std::wstring& path) {
   faults_.Enter(Service::kFiles, "DeleteFile");
   Resolved r = ResolveInExistingFolder(path);
   std::error_code ec;
-  if (!fs::is_regular_file(r.host, ec)) ThrowFileError(kErrFileNotFound, path);
+  if (r.device || !fs::is_regular_file(r.host, ec)) ThrowFileError(kErrFileNotFound, path);
   if (IsReadOnly(r.host)) ThrowFileError(kErrPermissionDenied, path);
   if (!fs::remove(r.host, ec)) ThrowFileError(ErrorFor(ec), path);
   NoteChange(r.host);
@@ -201,7 +206,7 @@ std::vector<std::wstring> MappedFileSystem::ListFiles(const std::wstring& folder
   faults_.Enter(Service::kFiles, "ListFiles");
   Resolved r = Resolve(folder);
   std::error_code ec;
-  if (!fs::is_directory(r.host, ec)) ThrowFileError(kErrPathNotFound, folder);
+  if (r.device || !fs::is_directory(r.host, ec)) ThrowFileError(kErrPathNotFound, folder);
   std::vector<std::wstring> names;
   for (const auto& entry : fs::directory_iterator(r.host, ec))
     if (entry.is_regular_file(ec)) names.push_back(FromHost(entry.path().filename()));
@@ -213,7 +218,7 @@ int64_t MappedFileSystem::FileLength(const std::wstring& path) {
   faults_.Enter(Service::kFiles, "FileLength");
   Resolved r = ResolveInExistingFolder(path);
   std::error_code ec;
-  if (!fs::is_regular_file(r.host, ec)) ThrowFileError(kErrFileNotFound, path);
+  if (r.device || !fs::is_regular_file(r.host, ec)) ThrowFileError(kErrFileNotFound, path);
   auto size = fs::file_size(r.host, ec);
   if (ec) ThrowFileError(ErrorFor(ec), path);
   return static_cast<int64_t>(size);
@@ -223,7 +228,7 @@ std::string MappedFileSystem::ReadFile(const std::wstring& path) {
   faults_.Enter(Service::kFiles, "ReadFile");
   Resolved r = ResolveInExistingFolder(path);
   std::error_code ec;
-  if (!fs::exists(r.host, ec)) ThrowFileError(kErrFileNotFound, path);
+  if (r.device || !fs::exists(r.host, ec)) ThrowFileError(kErrFileNotFound, path);
   if (fs::is_directory(r.host, ec)) ThrowFileError(kErrPathFileAccess, path);
   std::ifstream in(r.host, std::ios::binary);
   std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
@@ -233,12 +238,15 @@ std::string MappedFileSystem::ReadFile(const std::wstring& path) {
 
 void MappedFileSystem::WriteFile(const std::wstring& path, std::string_view bytes) {
   faults_.Enter(Service::kFiles, "WriteFile");
-  Replace(ResolveWritable(path), path, bytes);
+  Resolved r = ResolveWritable(path);
+  if (r.device) return;  // the device swallows the bytes
+  Replace(r, path, bytes);
 }
 
 void MappedFileSystem::AppendFile(const std::wstring& path, std::string_view bytes) {
   faults_.Enter(Service::kFiles, "AppendFile");
   Resolved r = ResolveWritable(path);
+  if (r.device) return;
   if (!HasRoom(r.host.parent_path(), bytes.size())) ThrowFileError(kErrDiskFull, path);
   std::ofstream out(r.host, std::ios::binary | std::ios::app);
   out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
@@ -252,8 +260,9 @@ void MappedFileSystem::CopyFile(const std::wstring& from, const std::wstring& to
   faults_.Enter(Service::kFiles, "CopyFile");
   Resolved src = ResolveInExistingFolder(from);
   std::error_code ec;
-  if (!fs::is_regular_file(src.host, ec)) ThrowFileError(kErrFileNotFound, from);
+  if (src.device || !fs::is_regular_file(src.host, ec)) ThrowFileError(kErrFileNotFound, from);
   Resolved dst = ResolveInExistingFolder(to);
+  if (dst.device) return;  // copied into the device, and gone
   if (fail_if_exists && fs::exists(fs::symlink_status(dst.host, ec)))
     ThrowFileError(kErrFileExists, to);
   dst = ResolveWritable(to);
@@ -271,8 +280,10 @@ void MappedFileSystem::MoveFile(const std::wstring& from, const std::wstring& to
   faults_.Enter(Service::kFiles, "MoveFile");
   Resolved src = ResolveInExistingFolder(from);
   std::error_code ec;
-  if (!fs::is_regular_file(src.host, ec)) ThrowFileError(kErrFileNotFound, from);
+  if (src.device || !fs::is_regular_file(src.host, ec)) ThrowFileError(kErrFileNotFound, from);
   Resolved dst = ResolveWritable(to);
+  // A rename cannot take a file off its disk; without the copy fallback Windows refuses.
+  if (dst.device) ThrowFileError(kErrPathFileAccess, to);
   if (fs::exists(fs::symlink_status(dst.host, ec)) && !fs::equivalent(src.host, dst.host, ec)) {
     if (!replace_existing || fs::is_directory(dst.host, ec)) ThrowFileError(kErrFileExists, to);
   }
@@ -284,8 +295,7 @@ void MappedFileSystem::MoveFile(const std::wstring& from, const std::wstring& to
 
 std::optional<DiskFreeSpace> MappedFileSystem::GetDiskFreeSpace(const std::wstring& root) {
   faults_.Enter(Service::kFiles, "GetDiskFreeSpace");
-  std::wstring letter = path::Drive(root);
-  auto it = letter.empty() ? drives_.end() : drives_.find(letter[0]);
+  auto it = drives_.find(RootDrive(root));
   if (it == drives_.end()) return std::nullopt;
   std::error_code ec;
   fs::space_info s = fs::space(it->second, ec);

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "base/text.h"
-#include "platform/path.h"
 #include "platform/sim/drive_path.h"
 #include "platform/sim/file_errors.h"
 
@@ -48,15 +47,20 @@ uint64_t MemoryFileSystem::FreeBytes(wchar_t letter) const {
 }
 
 int32_t MemoryFileSystem::Locate(const std::wstring& path, Location& out) const {
-  auto parsed = ParseDrivePath(path);
-  if (!parsed) return path::Drive(path).empty() ? kErrPathNotFound : kErrBadFileName;
-  auto it = drives_.find(parsed->drive);
+  DrivePath parsed;
+  if (int32_t err = ParseDrivePath(path, parsed)) return err;
+  if (parsed.device) {
+    out = Location{};
+    out.device = true;
+    return 0;
+  }
+  auto it = drives_.find(parsed.drive);
   if (it == drives_.end()) return kErrPathNotFound;
   // The nodes are owned by this object; the const only promises the lookup changes nothing.
   Drive& drive = const_cast<Drive&>(it->second);
   if (!drive.disk_present) return kErrDiskNotReady;
   out = Location{&drive, nullptr, &drive.root, {}};
-  for (const std::wstring& name : parsed->names) {
+  for (const std::wstring& name : parsed.names) {
     if (!out.node || !out.node->directory) return kErrPathNotFound;
     out.parent = out.node;
     auto child = out.parent->children.find(FoldName(name));
@@ -74,6 +78,7 @@ MemoryFileSystem::Location MemoryFileSystem::Need(const std::wstring& path) cons
 
 MemoryFileSystem::Location MemoryFileSystem::NeedWritable(const std::wstring& path) const {
   Location loc = Need(path);
+  if (loc.device) return loc;
   if (!loc.parent || (loc.node && loc.node->directory)) ThrowFileError(kErrPathFileAccess, path);
   if (loc.node && loc.node->read_only) ThrowFileError(kErrPermissionDenied, path);
   return loc;
@@ -85,26 +90,27 @@ void MemoryFileSystem::Store(Drive& drive, Node& file, std::string bytes) {
   file.bytes = std::move(bytes);
 }
 
-MemoryFileSystem::Node& MemoryFileSystem::Seed(const std::wstring& path, bool directory) {
-  auto parsed = ParseDrivePath(path);
-  auto drive = parsed ? drives_.find(parsed->drive) : drives_.end();
+MemoryFileSystem::Seeded MemoryFileSystem::Seed(const std::wstring& path, bool directory) {
+  DrivePath parsed;
+  if (int32_t err = ParseDrivePath(path, parsed)) ThrowFileError(err, path);
+  if (parsed.device) throw std::invalid_argument("a device name cannot be a file or folder");
+  auto drive = drives_.find(parsed.drive);
   if (drive == drives_.end()) throw std::invalid_argument("not a path on a known drive");
   Node* node = &drive->second.root;
-  for (size_t i = 0; i < parsed->names.size(); ++i) {
-    bool last = i + 1 == parsed->names.size();
-    auto& slot = node->children[FoldName(parsed->names[i])];
+  for (size_t i = 0; i < parsed.names.size(); ++i) {
+    bool last = i + 1 == parsed.names.size();
+    auto& slot = node->children[FoldName(parsed.names[i])];
     bool folder = !last || directory;
-    if (!slot) slot = std::make_unique<Node>(Node{parsed->names[i], folder, false, {}, {}});
+    if (!slot) slot = std::make_unique<Node>(Node{parsed.names[i], folder, false, {}, {}});
     if (slot->directory != folder)
       throw std::invalid_argument("a file and a folder of the same name");
     node = slot.get();
   }
-  return *node;
+  return {drive->second, *node};
 }
 
 void MemoryFileSystem::Put(const std::wstring& path, std::string_view bytes) {
-  Node& file = Seed(path, false);
-  Drive& drive = drives_.at(ParseDrivePath(path)->drive);
+  auto [drive, file] = Seed(path, false);
   uint64_t grown = bytes.size() > file.bytes.size() ? bytes.size() - file.bytes.size() : 0;
   drive.free_bytes -= std::min(drive.free_bytes, grown);
   drive.free_bytes += file.bytes.size() - std::min(file.bytes.size(), bytes.size());
@@ -202,6 +208,7 @@ std::string MemoryFileSystem::ReadFile(const std::wstring& path) {
 void MemoryFileSystem::WriteFile(const std::wstring& path, std::string_view bytes) {
   faults_.Enter(Service::kFiles, "WriteFile");
   Location loc = NeedWritable(path);
+  if (loc.device) return;  // the device swallows the bytes
   if (bytes.size() > loc.drive->free_bytes) ThrowFileError(kErrDiskFull, path);
   Node* file = loc.node;
   if (!file) {
@@ -215,6 +222,7 @@ void MemoryFileSystem::WriteFile(const std::wstring& path, std::string_view byte
 void MemoryFileSystem::AppendFile(const std::wstring& path, std::string_view bytes) {
   faults_.Enter(Service::kFiles, "AppendFile");
   Location loc = NeedWritable(path);
+  if (loc.device) return;
   if (bytes.size() > loc.drive->free_bytes) ThrowFileError(kErrDiskFull, path);
   auto& slot = loc.parent->children[FoldName(loc.name)];
   if (!slot) slot = std::make_unique<Node>(Node{loc.name, false, false, {}, {}});
@@ -227,6 +235,7 @@ void MemoryFileSystem::CopyFile(const std::wstring& from, const std::wstring& to
   Location src = Need(from);
   if (!src.node || src.node->directory) ThrowFileError(kErrFileNotFound, from);
   Location dst = Need(to);
+  if (dst.device) return;  // copied into the device, and gone
   if (dst.node && fail_if_exists) ThrowFileError(kErrFileExists, to);
   dst = NeedWritable(to);
   if (dst.node == src.node) ThrowFileError(kErrPathFileAccess, to);
@@ -243,6 +252,8 @@ void MemoryFileSystem::MoveFile(const std::wstring& from, const std::wstring& to
   Location src = Need(from);
   if (!src.node || src.node->directory) ThrowFileError(kErrFileNotFound, from);
   Location dst = NeedWritable(to);
+  // A rename cannot take a file off its disk; without the copy fallback Windows refuses.
+  if (dst.device) ThrowFileError(kErrPathFileAccess, to);
   if (dst.drive != src.drive) ThrowFileError(kErrPathFileAccess, to);  // a rename stays on its drive
   if (dst.node == src.node) return;
   if (dst.node && (!replace_existing || dst.node->directory)) ThrowFileError(kErrFileExists, to);
@@ -255,8 +266,7 @@ void MemoryFileSystem::MoveFile(const std::wstring& from, const std::wstring& to
 
 std::optional<DiskFreeSpace> MemoryFileSystem::GetDiskFreeSpace(const std::wstring& root) {
   faults_.Enter(Service::kFiles, "GetDiskFreeSpace");
-  std::wstring letter = path::Drive(root);
-  auto it = letter.empty() ? drives_.end() : drives_.find(letter[0]);
+  auto it = drives_.find(RootDrive(root));
   if (it == drives_.end() || !it->second.disk_present) return std::nullopt;
   const Drive& d = it->second;
   uint64_t used_clusters = (d.used_bytes + kClusterBytes - 1) / kClusterBytes;

@@ -1,9 +1,15 @@
 #pragma once
 // A FileSystem held entirely in memory, for tests and benchmarks: drives with settable free
 // space, folders and files with Windows rules (names keep the case they were created with
-// and are found in any case; "\" and "/" both separate), read-only files, and the classic
-// error numbers. Every FileSystem member counts itself through Faults first, so a test can
+// and are found in any case; paths resolve by the naming rules of drive_path.h: trailing
+// dots and blanks, device names, MAX_PATH, "\\?\"), read-only files, and the classic error
+// numbers. Every FileSystem member counts itself through Faults first, so a test can
 // fail the n-th file call.
+//
+// A path whose last name is a device (NUL, CON, "com1.txt", ...) behaves as the device does
+// on Windows: writing, appending and copying to it succeed and store nothing, it never
+// exists, reading or deleting it fails with 53, MkDir of it with 75 and a rename onto it
+// (which cannot leave the disk) with 75.
 //
 // Free space is kept in bytes per drive. A write needs room for the whole new content, as the
 // temporary file it goes through exists next to the old one until the rename; a write that
@@ -41,8 +47,10 @@ class MemoryFileSystem : public FileSystem {
 
   // Test helpers. They neither count calls nor fail by plan. Put never fails for lack of room
   // (seeding a mailbox's files is not a disk-full test), but its bytes count as used and take
-  // free space down to zero at most. A malformed path or an unknown drive is a bug in the
-  // test: std::invalid_argument.
+  // free space down to zero at most. A path Windows refuses by its naming rules throws the
+  // Error it gives (52, 75, 76), so a test seeding arbitrary names can tell those from its own
+  // mistakes. A device name (a file Windows could not hold; "\\?\C:\...\NUL" is one), an
+  // unknown drive or a file where a folder is is a bug in the test: std::invalid_argument.
   void Put(const std::wstring& path, std::string_view bytes);  // creates missing folders
   void PutDirectory(const std::wstring& path);                 // with its missing parents
   std::optional<std::string> Get(const std::wstring& path) const;
@@ -78,21 +86,27 @@ class MemoryFileSystem : public FileSystem {
     Node root;
   };
   // Where a path leads: its drive, the folder holding it (null for a root) and the entry
-  // itself (null when absent).
+  // itself (null when absent). A device has neither drive nor folder nor entry.
   struct Location {
     Drive* drive = nullptr;
     Node* parent = nullptr;
     Node* node = nullptr;
     std::wstring name;
+    bool device = false;
   };
 
   // 0 and `out` filled, or the error number the path meets on the way.
   int32_t Locate(const std::wstring& path, Location& out) const;
   Location Need(const std::wstring& path) const;
-  // The folder that will hold a new or replaced file at `path`, checked for writing.
+  // The folder that will hold a new or replaced file at `path`, checked for writing (a device
+  // takes any bytes).
   Location NeedWritable(const std::wstring& path) const;
   static void Store(Drive& drive, Node& file, std::string bytes);
-  Node& Seed(const std::wstring& path, bool directory);
+  struct Seeded {
+    Drive& drive;
+    Node& node;
+  };
+  Seeded Seed(const std::wstring& path, bool directory);
 
   Faults& faults_;
   std::map<wchar_t, Drive> drives_;
