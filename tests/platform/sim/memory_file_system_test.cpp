@@ -4,7 +4,9 @@
 
 #include <functional>
 #include <limits>
+#include <stdexcept>
 
+#include "base/text.h"
 #include "platform/sim/file_errors.h"
 
 namespace corvina::sim {
@@ -129,6 +131,31 @@ TEST_F(MemoryFileSystemTest, AFaultHitsExactlyThePlannedFilesCall) {
   EXPECT_FALSE(fs.Get(L"C:\\Out\\a.txt"));
   fs.WriteFile(L"C:\\Out\\a.txt", "x");  // the plan is spent
   EXPECT_EQ(faults.Calls(Service::kFiles), 4u);
+}
+
+TEST_F(MemoryFileSystemTest, SeedingRefusesWhatWindowsCouldNotHoldAsAFile) {
+  for (const wchar_t* path : {L"C:\\Mail\\nul.txt", L"C:\\Mail\\CON", L"C:\\Mail\\com1 .eml",
+                              L"Q:\\a", L"C:\\Mail\\Report.pdf\\a"}) {
+    EXPECT_THROW(fs.Put(path, "x"), std::invalid_argument) << ToUtf8(path);
+    EXPECT_THROW(fs.PutDirectory(path), std::invalid_argument) << ToUtf8(path);
+  }
+  // What Windows itself refuses gets its answer.
+  EXPECT_EQ(ErrorOf([&] { fs.Put(L"C:\\Mail\\...", "x"); }), kErrBadFileName);
+  EXPECT_EQ(ErrorOf([&] { fs.PutDirectory(L"C:\\" + std::wstring(256, L'n')); }), 75);
+  fs.Put(L"\\\\?\\C:\\Mail\\NUL", "a file all the same");  // made by a program that used the prefix
+  fs.Put(L"C:\\Mail\\trimmed. ", "t");
+  EXPECT_EQ(fs.ListFiles(L"C:\\Mail").size(), 4u);
+  EXPECT_EQ(fs.Get(L"C:\\Mail\\trimmed"), "t");
+}
+
+TEST_F(MemoryFileSystemTest, APrefixedPathMayBeThirtyTwoThousandCharactersLong) {
+  // "\\?\C:\" and 128 folders of 254 characters: 32647 characters.
+  std::wstring folder = L"\\\\?\\C:\\";
+  for (int i = 0; i < 128; ++i) folder += std::wstring(254, L'a' + i % 26) + L"\\";
+  fs.PutDirectory(folder);
+  EXPECT_EQ(ErrorOf([&] { fs.WriteFile(folder + std::wstring(120, L'x'), "longest"); }), 0);
+  EXPECT_EQ(ErrorOf([&] { fs.WriteFile(folder + std::wstring(121, L'y'), "x"); }), 75);
+  EXPECT_EQ(fs.ListFiles(folder), (std::vector<std::wstring>{std::wstring(120, L'x')}));
 }
 
 }  // namespace
