@@ -17,12 +17,14 @@ bool IsSeparator(wchar_t c) { return c == L'\\' || c == L'/'; }
 bool IsDriveLetter(wchar_t c) { return (c >= L'A' && c <= L'Z') || (c >= L'a' && c <= L'z'); }
 wchar_t AsciiUpper(wchar_t c) { return c >= L'a' && c <= L'z' ? static_cast<wchar_t>(c - 32) : c; }
 
-// Windows counts names and paths in UTF-16 units; wchar_t is 32 bits on Linux.
-size_t Utf16Length(std::wstring_view s) {
+// Windows counts names and paths in UTF-16 units; wchar_t is 32 bits on Linux. (A template,
+// so the check is not even compiled where wchar_t is 16 bits and cannot exceed 0xFFFF.)
+template <class Char>
+size_t Utf16Units(std::basic_string_view<Char> s) {
   size_t n = s.size();
-  if constexpr (sizeof(wchar_t) > 2) {
-    for (wchar_t c : s)
-      if (static_cast<uint32_t>(c) > 0xFFFF) ++n;
+  if constexpr (sizeof(Char) > 2) {
+    for (Char c : s)
+      if (c > 0xFFFF) ++n;
   }
   return n;
 }
@@ -39,7 +41,7 @@ int32_t NameError(std::wstring_view name, bool literal) {
         (literal && c == L'/'))
       return kErrBadFileName;
   }
-  return Utf16Length(name) > kMaxNameLength ? kErrPathFileAccess : 0;
+  return Utf16Units(name) > kMaxNameLength ? kErrPathFileAccess : 0;
 }
 
 void DropTrailingDotsAndBlanks(std::wstring& name) {
@@ -78,7 +80,7 @@ int32_t ParseOrdinary(std::wstring_view p, DrivePath& out) {
     out.names.push_back(std::move(name));
   }
   size_t length = 3;  // "C:\"
-  for (const std::wstring& name : out.names) length += Utf16Length(name) + 1;
+  for (const std::wstring& name : out.names) length += Utf16Units(std::wstring_view(name)) + 1;
   if (!out.names.empty() && !ends_in_separator) --length;
   if (length >= kMaxPath) return kErrPathNotFound;
   for (const std::wstring& name : out.names) {
@@ -89,7 +91,7 @@ int32_t ParseOrdinary(std::wstring_view p, DrivePath& out) {
 }
 
 int32_t ParseLiteral(std::wstring_view p, DrivePath& out) {
-  if (Utf16Length(p) > kMaxLongPath) return kErrPathFileAccess;
+  if (Utf16Units(p) > kMaxLongPath) return kErrPathFileAccess;
   std::wstring_view rest = p.substr(kLongPrefix.size());
   // Only a drive is modelled behind the prefix ("\\?\UNC\..." and volume names are not).
   if (rest.size() < 2 || !IsDriveLetter(rest[0]) || rest[1] != L':' ||
