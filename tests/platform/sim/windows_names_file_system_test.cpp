@@ -57,7 +57,7 @@ class WindowsNamesTest : public ::testing::TestWithParam<Kind> {
       all = memory->ListAll();
     } else {
       for (const auto& e : fs::recursive_directory_iterator(root)) {
-        std::u8string rel = fs::relative(e.path(), root).u8string();
+        std::u8string rel = e.path().lexically_relative(root).u8string();
         std::wstring name = L"C:\\" + FromUtf8(std::string(rel.begin(), rel.end()));
         std::replace(name.begin(), name.end(), L'/', L'\\');
         all.push_back(e.is_directory() ? name + L"\\" : name);
@@ -65,6 +65,17 @@ class WindowsNamesTest : public ::testing::TestWithParam<Kind> {
     }
     std::sort(all.begin(), all.end());
     return all;
+  }
+  // Whether the drive can hold what only a "\\\\?\\" path names ("v.pdf.", "nul.txt", paths
+  // beyond MAX_PATH). A Windows host applies these very rules to the mapped folder itself, and
+  // its std::filesystem cannot name such entries; the mapped drive serves the simulator, which
+  // runs on Linux.
+  bool HoldsLiteralNames() const {
+#ifdef _WIN32
+    return memory != nullptr;
+#else
+    return true;
+#endif
   }
   static int32_t ErrorOf(const std::function<void()>& call) {
     try {
@@ -121,6 +132,7 @@ TEST_P(WindowsNamesTest, ADeviceNameSwallowsWritesAndNeverExists) {
 }
 
 TEST_P(WindowsNamesTest, NamesResolveAsWindowsNormalisesThem) {
+  if (!HoldsLiteralNames()) GTEST_SKIP() << "the Windows host resolves literal names itself";
   const std::wstring kLong = L"\\\\?\\C:\\Out\\";
   const struct {
     std::wstring path;
@@ -166,6 +178,7 @@ TEST_P(WindowsNamesTest, NamesResolveAsWindowsNormalisesThem) {
 }
 
 TEST_P(WindowsNamesTest, LongNamesAndPathsAreRefusedWithWindowsNumbers) {
+  if (!HoldsLiteralNames()) GTEST_SKIP() << "the Windows host limits the mapped folder's paths";
   const std::wstring out = L"C:\\Out\\";  // 7 characters
   const std::wstring deep = L"\\\\?\\C:\\Out\\" + Repeat(std::wstring(200, L'd') + L"\\", 2);
   files->CreateDirectory(deep.substr(0, 212));
