@@ -1,6 +1,7 @@
 #include "base/text.h"
 
 #include <cmath>
+#include <cwchar>
 #include <cwctype>
 #include <limits>
 
@@ -193,6 +194,25 @@ std::wstring FormatGeneralDate(Date d) {
   int h12 = t.hour % 12 == 0 ? 12 : t.hour % 12;
   return r + L" " + std::to_wstring(h12) + L":" + Pad2(t.minute) + L":" + Pad2(t.second) +
          (t.hour < 12 ? L" AM" : L" PM");
+}
+
+std::wstring RevealBidiControls(std::wstring_view text) {
+  auto is_control = [](wchar_t c) {
+    return c == 0x061C || c == 0x200E || c == 0x200F || (c >= 0x202A && c <= 0x202E) ||
+           (c >= 0x2066 && c <= 0x2069);
+  };
+  std::wstring out;
+  out.reserve(text.size());
+  for (wchar_t c : text) {
+    if (!is_control(c)) {
+      out += c;
+      continue;
+    }
+    wchar_t code[8];
+    std::swprintf(code, 8, L"%04X", static_cast<unsigned>(c));
+    out += L"<U+" + std::wstring(code) + L">";
+  }
+  return out;
 }
 
 std::wstring FormatMegabytes(double megabytes) {

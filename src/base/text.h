@@ -47,6 +47,11 @@ std::wstring FormatStamp(Date d);
 // The general date form used in log lines: "m/d/yyyy h:nn:ss AM" (or without the time part
 // when it is midnight, as the classic general format does).
 std::wstring FormatGeneralDate(Date d);
+
+// `text` with every bidirectional control character (U+061C, U+200E, U+200F, U+202A-U+202E,
+// U+2066-U+2069) written out as "<U+202E>": a file name shown in a box can then not pose as
+// another ("invoice<U+202E>fdp.exe" instead of what reads as "invoiceexe.pdf").
+std::wstring RevealBidiControls(std::wstring_view text);
 // Format(x, "###,###.00"): thousands grouped, two decimals, no leading zero below 1.
 std::wstring FormatMegabytes(double megabytes);
 

@@ -90,11 +90,9 @@ outlook::Ref<outlook::CommandBarControl> FindTaggedControl(outlook::CommandBar& 
 }
 
 outlook::Ref<outlook::CommandBar> CreateAddInCommandBar(AddIn& addin,
-                                                           outlook::Application& application) {
+                                                        outlook::Application& application) {
   return addin.Run(L"CreateAddInCommandBar", outlook::Ref<outlook::CommandBar>(), [&] {
-    auto explorer = application.ActiveExplorer();
-    if (!explorer) Raise(kErrObjectVariableNotSet, L"Object variable or With block variable not set");
-    auto bars = explorer->CommandBars();
+    auto bars = application.ActiveExplorer()->CommandBars();
     auto bar = FindBar(*bars, kBarName);
     if (!bar) bar = AddBar(*bars, kBarName);
     UpdateAddressBookFlag(addin, application);
@@ -103,7 +101,7 @@ outlook::Ref<outlook::CommandBar> CreateAddInCommandBar(AddIn& addin,
 }
 
 outlook::Ref<outlook::CommandBar> CreateAddInCommandBarInspector(AddIn& addin,
-                                                                    outlook::Inspector& inspector) {
+                                                                 outlook::Inspector& inspector) {
   return addin.Run(L"CreateAddInCommandBarInspector", outlook::Ref<outlook::CommandBar>(), [&] {
     auto bars = inspector.CommandBars();
     auto bar = FindBar(*bars, kInspectorBarName);
@@ -114,25 +112,31 @@ outlook::Ref<outlook::CommandBar> CreateAddInCommandBarInspector(AddIn& addin,
 }
 
 outlook::Ref<outlook::CommandBarControl> CreateAddInButton(AddIn& addin,
-                                                              outlook::CommandBar& bar, int index) {
-  return addin.Run(L"CreateAddInButton", outlook::Ref<outlook::CommandBarControl>(),
-                   [&] { return CreateButton(addin, bar, index); });
+                                                           outlook::Application& application,
+                                                           int index) {
+  return addin.Run(L"CreateAddInButton", outlook::Ref<outlook::CommandBarControl>(), [&] {
+    return CreateButton(addin, *FindBar(*application.ActiveExplorer()->CommandBars(), kBarName),
+                        index);
+  });
 }
 
 outlook::Ref<outlook::CommandBarControl> CreateAddInButtonInspector(AddIn& addin,
-                                                                       outlook::CommandBar& bar,
-                                                                       int index) {
-  return addin.Run(L"CreateAddInButtonInspector", outlook::Ref<outlook::CommandBarControl>(),
-                   [&] { return CreateButton(addin, bar, index); });
+                                                                    outlook::Inspector& inspector,
+                                                                    int index) {
+  return addin.Run(L"CreateAddInButtonInspector", outlook::Ref<outlook::CommandBarControl>(), [&] {
+    return CreateButton(addin, *FindBar(*inspector.CommandBars(), kInspectorBarName), index);
+  });
 }
 
 outlook::Ref<outlook::CommandBarControl> CreateAddInComboBox(AddIn& addin,
-                                                                outlook::CommandBar& bar,
-                                                                int index) {
+                                                             outlook::Application& application,
+                                                             int index) {
   return addin.Run(L"CreateAddInComboBox", outlook::Ref<outlook::CommandBarControl>(), [&] {
     const ControlSpec* row = FindControl(index);
-    auto combo = row ? FindTaggedControl(bar, row->tag) : nullptr;
-    if (!combo) Raise(kErrObjectVariableNotSet, L"Object variable or With block variable not set");
+    if (!row) Raise(kErrSubscript, L"Subscript out of range");
+    auto bar = FindBar(*application.ActiveExplorer()->CommandBars(), kBarName);
+    // No combo box on the bar: the empty reference fails here, and that is only logged.
+    auto combo = FindTaggedControl(*bar, row->tag);
     combo->SetVisible(false);
     return combo;
   });

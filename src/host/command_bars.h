@@ -17,22 +17,27 @@ outlook::Ref<outlook::CommandBarControl> FindTaggedControl(outlook::CommandBar& 
                                                               const std::wstring& tag);
 
 outlook::Ref<outlook::CommandBar> CreateAddInCommandBar(AddIn& addin,
-                                                           outlook::Application& application);
+                                                        outlook::Application& application);
 outlook::Ref<outlook::CommandBar> CreateAddInCommandBarInspector(AddIn& addin,
-                                                                    outlook::Inspector& inspector);
+                                                                 outlook::Inspector& inspector);
 
-// The control of `index` on `bar` (the "Vireo" bar just found or made), created when missing.
-// An existing Hebrew or Virus Alert button is hidden instead and Nothing is returned.
+// Each creator finds its bar itself ("Vireo" among the active explorer's bars, or the mail
+// window's "VireoInspector") and has its own error handler: a failing command-bar call is
+// logged under the creator's name and leaves the toolbar as far as it was built.
+//
+// The control of `index` on the bar, created when missing. An existing Hebrew or Virus Alert
+// button is hidden instead and Nothing is returned.
 outlook::Ref<outlook::CommandBarControl> CreateAddInButton(AddIn& addin,
-                                                              outlook::CommandBar& bar, int index);
+                                                           outlook::Application& application,
+                                                           int index);
 outlook::Ref<outlook::CommandBarControl> CreateAddInButtonInspector(AddIn& addin,
-                                                                       outlook::CommandBar& bar,
-                                                                       int index);
+                                                                    outlook::Inspector& inspector,
+                                                                    int index);
 // Creates nothing: hides the existing language combo box and returns it. Without one, the
 // empty reference fails and the failure is only logged.
 outlook::Ref<outlook::CommandBarControl> CreateAddInComboBox(AddIn& addin,
-                                                                outlook::CommandBar& bar,
-                                                                int index);
+                                                             outlook::Application& application,
+                                                             int index);
 // Removes the "Vireo" bar, only when the user removed the add-in (mode 1).
 void RemoveAddInCommandBarButton(AddIn& addin, int32_t RemoveMode);
 

@@ -20,10 +20,22 @@ constexpr wchar_t kConfiguration[] = L"Configuration";
 bool DesVireo::IsOutlookLoadedIndirect() noexcept {
   // Errors are ignored: an Outlook that cannot even count its windows has none for us.
   bool indirect = true;
-  addin_.Ignore([&] {
-    if (addin_.oApplication) indirect = addin_.oApplication->Explorers()->Count() == 0;
-  });
+  addin_.Ignore([&] { indirect = addin_.oApplication->Explorers()->Count() == 0; });
   return indirect;
+}
+
+void DesVireo::LogApplicationUnusable() noexcept {
+  // The add-in stays inert for this whole session; without this line nobody could tell why.
+  // Inert add-ins never start the log, so the line goes to the file at once.
+  const Error why = addin_.ignored_errors.empty()
+                        ? Error(kErrObjectVariableNotSet, kOwnErrorSource,
+                                L"Object variable or With block variable not set")
+                        : addin_.ignored_errors.back();
+  addin_.log.LogError(Context(), L"IDTExtensibility2_OnConnection",
+                      Error(why.number(), why.source(),
+                            L"Outlook's Application object cannot be used, the add-in stays "
+                            L"inactive: " + why.description()));
+  addin_.log.Flush(addin_.LogPath());
 }
 
 bool DesVireo::IsFirstTime() {
@@ -97,8 +109,12 @@ void DesVireo::IDTExtensibility2_OnConnection(outlook::Ref<outlook::Application>
 }
 
 void DesVireo::RunConnectionSequence(outlook::Ref<outlook::Application> application) {
+  const size_t ignored_before = addin_.ignored_errors.size();
   if (IsOutlookLoadedIndirect()) {
     addin_.LoadedIndirectly = true;
+    // No main window is a normal way to be loaded (Outlook run for a task); a Nothing
+    // application or one that cannot count its windows is not.
+    if (!application || addin_.ignored_errors.size() > ignored_before) LogApplicationUnusable();
     return;
   }
   addin_.LoadedIndirectly = false;
@@ -121,7 +137,7 @@ void DesVireo::RunConnectionSequence(outlook::Ref<outlook::Application> applicat
   addin_.ShowProgress(L"Creating Corvina Toolbar ...");
   command_bar_ = CreateAddInCommandBar(addin_, *application);
   addin_.ShowProgress(L"Creating Corvina Toolbar Buttons ...");
-  CreateToolbar();
+  CreateToolbar(*application);
   if (NeedButtonReset) {
     const std::pair<const wchar_t*, bool> reset[] = {
         {kTagCoolMail, true},     {kTagSave, true},       {kTagConfiguration, true},
@@ -152,13 +168,13 @@ void DesVireo::RunConnectionSequence(outlook::Ref<outlook::Application> applicat
   addin_.ShowProgress(L"Finishing Loading Process ...");
 }
 
-void DesVireo::CreateToolbar() {
-  if (!command_bar_) Raise(kErrObjectVariableNotSet, L"Object variable or With block variable not set");
+void DesVireo::CreateToolbar(outlook::Application& application) {
+  // Each creator logs its own failure; the next control is still made.
   for (int index : StartupCreationOrder()) {
     const size_t at = static_cast<size_t>(index);
     button_events_[at].Reset();
-    My_Button[at] = index == kComboIndex ? CreateAddInComboBox(addin_, *command_bar_, index)
-                                         : CreateAddInButton(addin_, *command_bar_, index);
+    My_Button[at] = index == kComboIndex ? CreateAddInComboBox(addin_, application, index)
+                                         : CreateAddInButton(addin_, application, index);
     HookButton(index);
   }
 }
@@ -167,8 +183,8 @@ void DesVireo::IDTExtensibility2_OnStartupComplete() noexcept {
   Guard(addin_.log, Context(), L"IDTExtensibility2_OnStartupComplete", [&] {
     startup_complete_ = true;
     if (addin_.LoadedIndirectly || !addin_.oApplication) return;
-    ConnectApplicationEvents();
     addin_.ShowProgress(L"Loading Completed Successfully.");
+    ConnectApplicationEvents();
     if (addin_.config.TrayShow == L"1") addin_.services.ui.LoadForm(L"frmTrayMenu");
     oMainExplorer = addin_.oApplication->ActiveExplorer();
     ConnectExplorerEvents();
@@ -177,6 +193,9 @@ void DesVireo::IDTExtensibility2_OnStartupComplete() noexcept {
       addin_.ShowProgress(L"Applying New Chat Messages ...");
       LoopForNewChatsAtEntry(addin_);
     }
+  });
+  // However the entry ended, its progress form does not stay on screen.
+  Guard(addin_.log, Context(), L"IDTExtensibility2_OnStartupComplete", [&] {
     if (addin_.IsFormLoaded(L"frmInit")) addin_.services.ui.UnloadForm(L"frmInit");
   });
 }

@@ -68,15 +68,23 @@ void DesVireo::oMainExplorer_Deactivate() noexcept {
 }
 
 void DesVireo::ConnectApplicationEvents() {
-  new_mail_event_ = addin_.oApplication->OnNewMail([this] { oApplication_NewMail(); });
-  startup_event_ = addin_.oApplication->OnStartup([this] { oApplication_Startup(); });
-  inspector_bars_.Connect(*addin_.oApplication);
+  auto& application = *addin_.oApplication;
+  new_mail_event_ = HookEvent(L"Application.NewMail",
+                              [&] { return application.OnNewMail([this] { oApplication_NewMail(); }); });
+  startup_event_ = HookEvent(L"Application.Startup",
+                             [&] { return application.OnStartup([this] { oApplication_Startup(); }); });
+  inspector_bars_.Connect(application);
 }
 
 void DesVireo::ConnectExplorerEvents() {
   if (!oMainExplorer) return;
-  explorer_close_event_ = oMainExplorer->OnClose([this] { oMainExplorer_Close(); });
-  explorer_deactivate_event_ = oMainExplorer->OnDeactivate([this] { oMainExplorer_Deactivate(); });
+  auto& explorer = *oMainExplorer;
+  explorer_close_event_ = HookEvent(L"Explorer.Close", [&] {
+    return explorer.OnClose([this] { oMainExplorer_Close(); });
+  });
+  explorer_deactivate_event_ = HookEvent(L"Explorer.Deactivate", [&] {
+    return explorer.OnDeactivate([this] { oMainExplorer_Deactivate(); });
+  });
 }
 
 }  // namespace corvina

@@ -65,7 +65,8 @@ class DesVireo {
  private:
   std::wstring Context() const { return L"DesVireo"; }
   void RunConnectionSequence(outlook::Ref<outlook::Application> application);
-  void CreateToolbar();
+  void LogApplicationUnusable() noexcept;
+  void CreateToolbar(outlook::Application& application);
   void HookButton(int index);
   void ConnectApplicationEvents();
   void ConnectExplorerEvents();

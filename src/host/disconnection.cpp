@@ -55,6 +55,9 @@ void DesVireo::ReleaseGlobalObjects() {
 }
 
 void DesVireo::IDTExtensibility2_OnDisconnection(int32_t RemoveMode) noexcept {
+  // A save job waiting in its message loop stops at its next test instead of running on
+  // against an Outlook that has let the add-in go.
+  addin_.saving.CancelRequested = true;
   if (addin_.LoadedIndirectly) {
     AddinInstance_OnDisconnection();
     return;

@@ -10,8 +10,10 @@ namespace corvina {
 void InspectorBars::Connect(outlook::Application& application) {
   Guard(addin_.log, context_, L"oInspectors_NewInspector", [&] {
     auto inspectors = application.Inspectors();
-    new_inspector_ = inspectors->OnNewInspector(
-        [this](outlook::Ref<outlook::Inspector> inspector) { oInspectors_NewInspector(inspector); });
+    new_inspector_ = HookEvent(L"Inspectors.NewInspector", [&] {
+      return inspectors->OnNewInspector(
+          [this](outlook::Ref<outlook::Inspector> inspector) { oInspectors_NewInspector(inspector); });
+    });
     const int32_t open = inspectors->Count();
     for (int32_t i = 1; i <= open; ++i) Equip(inspectors->Item(i));
   });
@@ -35,7 +37,7 @@ void InspectorBars::Equip(const outlook::Ref<outlook::Inspector>& inspector) {
   window.inspector = inspector;
   Window* self = &window;  // list nodes stay put until DropClosed, which never runs inside
   for (int index : InspectorCreationOrder()) {
-    auto control = CreateAddInButtonInspector(addin_, *bar, index);
+    auto control = CreateAddInButtonInspector(addin_, *inspector, index);
     if (!control) continue;
     window.controls.push_back(control);
     window.events.push_back(control->OnClick([this, self, index] {

@@ -8,7 +8,29 @@
 
 namespace corvina {
 
+namespace {
+
+// Marks the job under way for as long as the click runs, however it ends.
+class RunningJob {
+ public:
+  explicit RunningJob(SavingState& saving) : saving_(saving) { saving_.JobRunning = true; }
+  ~RunningJob() { saving_.JobRunning = false; }
+  RunningJob(const RunningJob&) = delete;
+  RunningJob& operator=(const RunningJob&) = delete;
+
+ private:
+  SavingState& saving_;
+};
+
+}  // namespace
+
 void SaveButtonClick(AddIn& addin, SaveSource source, outlook::Inspector* owner) {
+  if (addin.saving.JobRunning) {
+    // A click on either bar while a job runs shows that job; it starts nothing.
+    addin.services.ui.BringFormToFront(L"frmSaving");
+    return;
+  }
+  const RunningJob running(addin.saving);
   ValidateDestFolders(addin);
   PopUpFolderMenu(addin);
   if (addin.saving.SaveDestination.empty()) return;

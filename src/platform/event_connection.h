@@ -2,7 +2,10 @@
 // Ownership of one event subscription. Destroying (or resetting) the connection unsubscribes,
 // the way releasing a connection-point cookie does, so a handler never outlives its owner.
 #include <functional>
+#include <string>
 #include <utility>
+
+#include "base/error.h"
 
 namespace corvina {
 
@@ -36,5 +39,17 @@ class EventConnection {
  private:
   std::function<void()> disconnect_;
 };
+
+// Subscribes through `advise`. A refusal (a host without connection points) is rethrown naming
+// the event, so the log says which one could not be hooked.
+template <class Advise>
+EventConnection HookEvent(const wchar_t* event, Advise&& advise) {
+  try {
+    return advise();
+  } catch (const Error& e) {
+    throw Error(e.number(), e.source(),
+                std::wstring(L"The ") + event + L" event could not be hooked: " + e.description());
+  }
+}
 
 }  // namespace corvina

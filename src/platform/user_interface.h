@@ -86,6 +86,8 @@ class UserInterface {
   virtual void LoadForm(const std::wstring& name) = 0;
   virtual void UnloadForm(const std::wstring& name) = 0;
   virtual std::vector<std::wstring> LoadedForms() = 0;
+  // Brings a loaded form's window in front of Outlook's (nothing for a form not loaded).
+  virtual void BringFormToFront(const std::wstring& name) = 0;
 
   // The status label of the progress form "frmInit".
   virtual void SetProgressText(const std::wstring& text) = 0;

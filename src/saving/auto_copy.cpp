@@ -64,11 +64,9 @@ void LoopForAotuCopyFileTypesAtEntry(AddIn& addin) {
         auto type = FirstDotFileType(name);
         std::wstring destination;
         if (!type || !FindFileTypeDest(addin, *type, destination)) continue;
-        if (!IsSafeAttachmentName(name)) {
-          LogRefusedName(addin, L"LoopForAotuCopyFileTypesAtEntry", name);
-          continue;
-        }
-        attachment->SaveAsFile(destination + L"\\" + name);
+        const auto saved_as = NameToSaveAs(addin, L"LoopForAotuCopyFileTypesAtEntry", name);
+        if (!saved_as) continue;
+        attachment->SaveAsFile(destination + L"\\" + *saved_as);
       }
     }
   });
@@ -83,16 +81,17 @@ void CopyNewMailAttachmentsByType(AddIn& addin, outlook::Item& mail) {
     auto type = FirstDotFileType(name);
     std::wstring destination;
     if (!type || !FindFileTypeDest(addin, L"." + *type, destination)) continue;
-    if (!IsSafeAttachmentName(name)) {
-      LogRefusedName(addin, L"oApplication_NewMail", name);
-      continue;
-    }
-    const std::wstring target = destination + L"\\" + name;
+    const auto saved_as = NameToSaveAs(addin, L"oApplication_NewMail", name);
+    if (!saved_as) continue;
+    const std::wstring target = destination + L"\\" + *saved_as;
     if (addin.services.files.FileExists(target) && addin.config.AutoReplace == L"0") {
-      const int32_t answer = addin.services.ui.MsgBox(
-          addin.Text(TextId::kReplaceFile, {destination + L"\\" + name}),
-          vbYesNo | vbQuestion, kProductName);
-      if (answer == vbNo) continue;
+      // Only Yes replaces the file. A box that could not be shown is no answer: the failure
+      // is logged and the existing file stays.
+      const int32_t answer = addin.Run(L"oApplication_NewMail", 0, [&] {
+        return addin.services.ui.MsgBox(addin.Text(TextId::kReplaceFile, {RevealBidiControls(target)}),
+                                        vbYesNo | vbQuestion, kProductName);
+      });
+      if (answer != vbYes) continue;
     }
     attachment->SaveAsFile(target);
   }

@@ -18,9 +18,20 @@ int64_t FreeMegabytes(AddIn& addin, const std::wstring& path) {
 
 bool CheckDiskSpace(AddIn& addin, int32_t skip_disk_test, const std::wstring& destination) {
   return addin.Run(L"CheckDiskSpace", false, [&] {
-    if (!addin.oApplication && addin.services.create_application)
-      addin.oApplication = addin.services.create_application();  // Outlook's object went away
-    auto explorer = addin.oApplication ? addin.oApplication->ActiveExplorer() : nullptr;
+    auto refetch = [&] {
+      if (!addin.services.create_application) return false;
+      addin.oApplication = addin.services.create_application();
+      return true;
+    };
+    if (!addin.oApplication) refetch();
+    outlook::Ref<outlook::Explorer> explorer;
+    try {
+      explorer = addin.oApplication->ActiveExplorer();
+    } catch (const Error& e) {
+      // Outlook's object has gone away (462): the running Outlook is asked for again.
+      if (e.number() != kErrServerUnavailable || !refetch()) throw;
+      explorer = addin.oApplication->ActiveExplorer();
+    }
     if (!explorer) return false;
     auto selection = explorer->Selection();
     const int32_t count = selection->Count();

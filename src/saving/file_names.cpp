@@ -50,6 +50,59 @@ void LogRefusedName(AddIn& addin, const wchar_t* procedure, const std::wstring& 
                            L"Attachment name refused, it would leave the destination folder: " + name));
 }
 
+namespace {
+
+bool IsTrailing(wchar_t c) { return c == L'.' || c == L' '; }
+
+std::wstring_view WithoutTrailingDotsAndBlanks(std::wstring_view name) {
+  while (!name.empty() && IsTrailing(name.back())) name.remove_suffix(1);
+  return name;
+}
+
+// The part Windows compares with its device names: up to the first dot, blanks before it
+// dropped.
+std::wstring_view DevicePart(std::wstring_view name) {
+  std::wstring_view base = name.substr(0, name.find(L'.'));
+  while (!base.empty() && base.back() == L' ') base.remove_suffix(1);
+  return base;
+}
+
+bool IsPortDigit(wchar_t c) {
+  return (c >= L'1' && c <= L'9') || c == L'\u00B9' || c == L'\u00B2' || c == L'\u00B3';
+}
+
+}  // namespace
+
+bool IsDeviceName(std::wstring_view name) {
+  const std::wstring base = UCase(std::wstring(DevicePart(WithoutTrailingDotsAndBlanks(name))));
+  for (const wchar_t* device : {L"CON", L"PRN", L"AUX", L"NUL", L"CONIN$", L"CONOUT$"})
+    if (base == device) return true;
+  return base.size() == 4 && (base.starts_with(L"COM") || base.starts_with(L"LPT")) &&
+         IsPortDigit(base[3]);
+}
+
+std::wstring DeviceSafeName(const std::wstring& name) {
+  if (!IsDeviceName(name)) return name;
+  const std::wstring_view kept = WithoutTrailingDotsAndBlanks(name);
+  const size_t end = DevicePart(kept).size();
+  return std::wstring(kept.substr(0, end)) + L"_" + std::wstring(kept.substr(end));
+}
+
+std::optional<std::wstring> NameToSaveAs(AddIn& addin, const wchar_t* procedure,
+                                         const std::wstring& name) {
+  if (!IsSafeAttachmentName(name)) {
+    LogRefusedName(addin, procedure, name);
+    return std::nullopt;
+  }
+  std::wstring safe = DeviceSafeName(name);
+  if (safe != name) {
+    addin.log.LogEvent(std::wstring(procedure) + L": the attachment name \"" + name +
+                           L"\" is a Windows device name; saved as \"" + safe + L"\"",
+                       kLogInformation);
+  }
+  return safe;
+}
+
 std::optional<std::wstring> FirstDotFileType(const std::wstring& name) {
   const int64_t dot = InStr(name, L".");
   if (dot == 0) return std::nullopt;

@@ -2,6 +2,7 @@
 // File-name and folder helpers used wherever the add-in writes files.
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "addin/addin.h"
 #include "platform/file_system.h"
@@ -27,6 +28,19 @@ bool IsSafeAttachmentName(const std::wstring& name);
 
 // Logs that an attachment's name was refused by IsSafeAttachmentName; the job goes on.
 void LogRefusedName(AddIn& addin, const wchar_t* procedure, const std::wstring& name);
+
+// Whether Windows opens a device instead of a file for this name: CON, PRN, AUX, NUL,
+// CONIN$, CONOUT$, COM1-9 and LPT1-9 (also with the superscript digits 1-3), in any case, alone
+// or before the first dot, trailing dots and blanks aside ("nul.txt", "COM1.tar.gz", "NUL .").
+bool IsDeviceName(std::wstring_view name);
+// A device name with "_" after its device part, its trailing dots and blanks dropped
+// ("NUL" -> "NUL_", "nul.txt" -> "nul_.txt", "CON ." -> "CON_"); any other name unchanged.
+std::wstring DeviceSafeName(const std::wstring& name);
+
+// The file name an attachment is saved under, on every saving route: nothing for a name that
+// would leave the folder (logged), a device name made safe (logged), any other name as it is.
+std::optional<std::wstring> NameToSaveAs(AddIn& addin, const wchar_t* procedure,
+                                         const std::wstring& name);
 
 // The file type by the first-dot rule: everything after the first "." of the name
 // ("report.final.pdf" -> "final.pdf"); nothing for a name without a dot.

@@ -37,27 +37,10 @@ bool FloppyPresent(AddIn& addin) {
 bool DestinationReady(AddIn& addin, const std::wstring& destination) {
   auto& files = addin.services.files;
   if (files.DirectoryExists(destination)) return true;
-  if (!AskYesNo(addin, addin.Text(TextId::kCreateDestination, {destination})))
+  if (!AskYesNo(addin, addin.Text(TextId::kCreateDestination, {RevealBidiControls(destination)})))
     return false;
   files.CreateDirectory(path::WithoutTrailingSeparator(destination));
   return true;
-}
-
-// Saves under a temporary name first, so a failure never leaves a half-written file under the
-// target name; the target is replaced only by a complete file.
-void SaveAttachment(AddIn& addin, outlook::Attachment& attachment, const std::wstring& target) {
-  auto& files = addin.services.files;
-  const std::wstring partial = path::Parent(target) + L"\\~" + path::FileName(target) + L".part";
-  try {
-    attachment.SaveAsFile(partial);
-    files.MoveFile(partial, target, true);
-  } catch (...) {
-    try {
-      if (files.FileExists(partial)) files.DeleteFile(partial);
-    } catch (...) {
-    }
-    throw;
-  }
 }
 
 struct JobCounts {
@@ -89,18 +72,16 @@ bool SaveItemAttachments(AddIn& addin, const JobItem& job_item, const std::wstri
     if (addin.saving.CancelRequested) return false;
     form.Update(counts.total, counts.saved);
     auto attachment = attachments->Item(a);
-    const std::wstring name = attachment->FileName();
-    if (!IsSafeAttachmentName(name)) {
-      LogRefusedName(addin, procedure, name);
-      continue;
-    }
-    const std::wstring target = destination + name;
+    const auto name = NameToSaveAs(addin, procedure, attachment->FileName());
+    if (!name) continue;
+    // Saved straight under its own name: no other file of the folder is ever touched.
+    const std::wstring target = destination + *name;
     if (addin.services.files.FileExists(target) && addin.config.AutoReplace == L"0" &&
-        !AskYesNo(addin, addin.Text(TextId::kReplaceFile, {destination + name})))
+        !AskYesNo(addin, addin.Text(TextId::kReplaceFile, {RevealBidiControls(target)})))
       continue;
     // A picture embedded in an HTML mail body is not an attachment the user thinks of.
     if (is_mail && addin.config.IncludeHtmlEmbeded == L"0" && attachment->Position() == 0) continue;
-    SaveAttachment(addin, *attachment, target);
+    attachment->SaveAsFile(target);
     counts.saved = Add16(counts.saved, 1);
   }
   return true;

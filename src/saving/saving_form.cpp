@@ -20,11 +20,13 @@ SavingFormView SavingForm::ViewFor(const std::wstring& language, int32_t total, 
 }
 
 void SavingForm::Show(int32_t total, int32_t saved) {
+  // The buttons outlive this object (it lives on the job's stack): they reach the add-in only.
+  AddIn& addin = addin_;
   SavingFormEvents events;
-  events.cancel = [this] { addin_.saving.CancelRequested = true; };
-  events.hide = [this] {
-    addin_.Run(L"cmdHideMe_Click", [this] {
-      if (auto explorer = addin_.oApplication ? addin_.oApplication->ActiveExplorer() : nullptr)
+  events.cancel = [&addin] { addin.saving.CancelRequested = true; };
+  events.hide = [&addin] {
+    addin.Run(L"cmdHideMe_Click", [&addin] {
+      if (auto explorer = addin.oApplication ? addin.oApplication->ActiveExplorer() : nullptr)
         explorer->Activate();
     });
   };

@@ -18,6 +18,9 @@ struct SavingState {
   std::wstring SaveDestination;     // folder chosen for the current save job
   std::wstring DefaultDestination;  // set by the new-mail handler from DefaultFolder
   bool CancelRequested = false;
+  // A save job is under way. The job lets window messages run between attachments; a click
+  // of Save arriving then must not start a second job inside the first.
+  bool JobRunning = false;
   std::wstring LastBrowsedFolder;   // where the folder browser opens next time
   ExtensionList extension_list;
 };

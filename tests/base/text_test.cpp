@@ -75,6 +75,18 @@ TEST(TextTest, PositionsAreOneBasedAndTrimRemovesBlanksOnly) {
   EXPECT_TRUE(EqualsIgnoreCase(L"Vireo_Save...", L"VIREO_SAVE..."));
 }
 
+TEST(TextTest, BidirectionalControlsAreWrittenOut) {
+  const std::pair<std::wstring, std::wstring> cases[] = {
+      {L"plain \u05E9\u05DC\u05D5\u05DD.pdf", L"plain \u05E9\u05DC\u05D5\u05DD.pdf"},
+      {L"invoice\u202Efdp.exe", L"invoice<U+202E>fdp.exe"},
+      {L"\u202A\u202B\u202C\u202D", L"<U+202A><U+202B><U+202C><U+202D>"},
+      {L"\u200E\u200F\u061C", L"<U+200E><U+200F><U+061C>"},
+      {L"a\u2066b\u2067c\u2068d\u2069", L"a<U+2066>b<U+2067>c<U+2068>d<U+2069>"},
+      {L"\u2065\u202F\u200D", L"\u2065\u202F\u200D"},  // neighbours that are not controls
+  };
+  for (const auto& [text, shown] : cases) EXPECT_EQ(RevealBidiControls(text), shown) << ToUtf8(text);
+}
+
 TEST(TextTest, Utf8RoundTripsEveryPlane) {
   const std::wstring s = L"Caf\u00e9 \u05e9\u05dc\u05d5\u05dd \u2026 \U0001F600";
   EXPECT_EQ(FromUtf8(ToUtf8(s)), s);

@@ -120,7 +120,8 @@ TEST(ToolbarTest, MailWindowBarCarriesItsCommandsOnce) {
   for (int round = 0; round < 2; ++round) {
     auto bar = CreateAddInCommandBarInspector(addin->addin(), *inspector);
     ASSERT_TRUE(bar);
-    for (int index : InspectorCreationOrder()) CreateAddInButtonInspector(addin->addin(), *bar, index);
+    for (int index : InspectorCreationOrder())
+      CreateAddInButtonInspector(addin->addin(), *inspector, index);
   }
   auto data = window->command_bars->Find(kInspectorBarName);
   ASSERT_TRUE(data);

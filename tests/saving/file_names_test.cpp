@@ -50,6 +50,24 @@ TEST(FileNamesTest, UnsafeNamesAreRecognised) {
 
 // Arbitrary names: the helpers never crash, a cleaned name never holds a separator, and a
 // free name always stays in the folder it was asked for.
+TEST(FileNamesTest, DeviceNamesGetAnUnderscoreAfterTheirDevicePart) {
+  const std::pair<const wchar_t*, const wchar_t*> cases[] = {
+      {L"NUL", L"NUL_"},           {L"nul.txt", L"nul_.txt"},     {L"COM1", L"COM1_"},
+      {L"CON.pdf", L"CON_.pdf"},   {L"LPT1", L"LPT1_"},           {L"Aux.tar.gz", L"Aux_.tar.gz"},
+      {L"prn.", L"prn_"},          {L"NUL. .", L"NUL_"},          {L"con .txt", L"con_ .txt"},
+      {L"lpt9.x.", L"lpt9_.x"},    {L"COM\u00B9.txt", L"COM\u00B9_.txt"}, {L"CONOUT$", L"CONOUT$_"},
+      {L"conin$.log", L"conin$_.log"},
+      // Not devices: kept as they are.
+      {L"NULL.txt", L"NULL.txt"},  {L"COM10", L"COM10"},          {L"COM0.pdf", L"COM0.pdf"},
+      {L"LPT", L"LPT"},            {L"CONSOLE", L"CONSOLE"},      {L"nul_.txt", L"nul_.txt"},
+      {L"a.nul", L"a.nul"},        {L"xcon.pdf", L"xcon.pdf"},    {L"COM\u2074", L"COM\u2074"},
+  };
+  for (const auto& [name, safe] : cases) {
+    EXPECT_EQ(DeviceSafeName(name), safe) << ToUtf8(name);
+    EXPECT_EQ(IsDeviceName(name), std::wstring_view(name) != safe) << ToUtf8(name);
+  }
+}
+
 TEST(FileNamesTest, RandomNamesStayInTheirFolder) {
   std::mt19937 random(42);
   const std::wstring alphabet = L"ab.\\/:*?\"<>| ..()\u00e9\u05e9";
@@ -67,7 +85,7 @@ TEST(FileNamesTest, RandomNamesStayInTheirFolder) {
     if (round % 3 == 0) {
       try {
         world.files.Put(path, "x");
-      } catch (const Error&) {
+      } catch (const std::exception&) {
         continue;  // a name the file system itself refuses
       }
     }

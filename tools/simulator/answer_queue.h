@@ -20,6 +20,7 @@ class AnswerQueue : public UserInterface {
   void LoadForm(const std::wstring& name) override { inner_.LoadForm(name); }
   void UnloadForm(const std::wstring& name) override { inner_.UnloadForm(name); }
   std::vector<std::wstring> LoadedForms() override { return inner_.LoadedForms(); }
+  void BringFormToFront(const std::wstring& name) override { inner_.BringFormToFront(name); }
   void SetProgressText(const std::wstring& text) override { inner_.SetProgressText(text); }
   void DoEvents() override { inner_.DoEvents(); }
   void ShowSavingForm(const SavingFormView& view, const SavingFormEvents& events) override {

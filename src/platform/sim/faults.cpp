@@ -19,16 +19,32 @@ void Faults::Enter(Service service, const char* member) {
   uint64_t& mine = per_service_[static_cast<size_t>(service)];
   ++mine;
   ++total_;
+  nothing_due_ = false;
   if (record_) recorded_.push_back(std::string(ServiceName(service)) + "." + member);
   if (!plan_) return;
-  bool hit = plan_->service ? (*plan_->service == service && mine == plan_->at)
-                            : total_ == plan_->at;
+  bool hit = false;
+  if (!plan_->member.empty()) {
+    hit = plan_->member == member && ++member_calls_ == plan_->at;
+  } else {
+    hit = plan_->service ? (*plan_->service == service && mine == plan_->at) : total_ == plan_->at;
+  }
   if (!hit) return;
-  Error e = plan_->error;
+  std::optional<Error> error = std::move(plan_->error);
   plan_.reset();
-  injected_ = true;
   last_failed_ = std::string(ServiceName(service)) + "." + member;
-  throw e;
+  if (!error) {
+    nothing_due_ = true;  // injected only if the member can answer Nothing
+    return;
+  }
+  injected_ = true;
+  throw *error;
+}
+
+bool Faults::TakeNothing() {
+  if (!nothing_due_) return false;
+  nothing_due_ = false;
+  injected_ = true;
+  return true;
 }
 
 void Faults::ResetCounts() {
@@ -38,15 +54,35 @@ void Faults::ResetCounts() {
 }
 
 void Faults::FailNthCall(uint64_t n, Error error) {
-  plan_ = Plan{std::nullopt, total_ + n, std::move(error)};
+  plan_ = Plan{std::nullopt, {}, total_ + n, std::move(error)};
   injected_ = false;
 }
 
 void Faults::FailNthCall(Service service, uint64_t n, Error error) {
-  plan_ = Plan{service, per_service_[static_cast<size_t>(service)] + n, std::move(error)};
+  plan_ = Plan{service, {}, per_service_[static_cast<size_t>(service)] + n, std::move(error)};
   injected_ = false;
 }
 
-void Faults::ClearPlan() { plan_.reset(); }
+void Faults::FailCall(std::string member, Error error, uint64_t n) {
+  plan_ = Plan{std::nullopt, std::move(member), n, std::move(error)};
+  member_calls_ = 0;
+  injected_ = false;
+}
+
+void Faults::NothingAtNthCall(uint64_t n) {
+  plan_ = Plan{std::nullopt, {}, total_ + n, std::nullopt};
+  injected_ = false;
+}
+
+void Faults::NothingAtCall(std::string member, uint64_t n) {
+  plan_ = Plan{std::nullopt, std::move(member), n, std::nullopt};
+  member_calls_ = 0;
+  injected_ = false;
+}
+
+void Faults::ClearPlan() {
+  plan_.reset();
+  nothing_due_ = false;
+}
 
 }  // namespace corvina::sim

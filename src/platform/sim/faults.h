@@ -3,6 +3,10 @@
 // object calls Enter() first: the call is counted (per service and in total) and, when a
 // failure was planned for exactly this call, the planned error is thrown instead of doing the
 // work. A test first runs a scenario to count its calls, then re-runs it failing each in turn.
+//
+// A plan can also make a call answer Nothing instead of failing: every object-model member
+// that hands out an object asks TakeNothing() right after Enter() and returns Nothing when told
+// to, as a host may where an object is expected.
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -30,6 +34,16 @@ class Faults {
   void FailNthCall(uint64_t n, Error error);
   // Fail the n-th call (1-based) of one service, counted from now.
   void FailNthCall(Service service, uint64_t n, Error error);
+  // Fail the n-th call (1-based, counted from now) of the member `member` ("CommandBars.Add").
+  void FailCall(std::string member, Error error, uint64_t n = 1);
+  // The n-th call over all services (1-based, counted from now), or the n-th call of `member`,
+  // answers Nothing. Only a member that hands out an object can; at any other member the plan
+  // is used up without effect (injected() stays false).
+  void NothingAtNthCall(uint64_t n);
+  void NothingAtCall(std::string member, uint64_t n = 1);
+  // Asked by object-returning members right after Enter(): true when this call must answer
+  // Nothing.
+  bool TakeNothing();
   void ClearPlan();
 
   // What the last injected failure hit ("Outlook.Items.Count"), for the test's message.
@@ -43,12 +57,15 @@ class Faults {
  private:
   struct Plan {
     std::optional<Service> service;
-    uint64_t at = 0;  // value of the matching counter at which to fail
-    Error error;
+    std::string member;  // when set, only calls of this member count
+    uint64_t at = 0;     // value of the matching counter at which to strike
+    std::optional<Error> error;  // none: the call answers Nothing
   };
   std::array<uint64_t, kServiceCount> per_service_{};
   uint64_t total_ = 0;
   std::optional<Plan> plan_;
+  uint64_t member_calls_ = 0;  // calls of plan_->member since the plan was made
+  bool nothing_due_ = false;
   std::string last_failed_;
   bool injected_ = false;
   bool record_ = false;

@@ -54,11 +54,13 @@ class SimAttachments final : public outlook::Attachments {
   }
   outlook::Ref<outlook::Attachment> Item(int32_t index) override {
     store_.Enter("Attachments.Item");
+    if (store_.faults().TakeNothing()) return nullptr;
     if (index < 1 || static_cast<size_t>(index) > item_->attachments.size()) throw BadIndexError();
     return std::make_shared<SimAttachment>(store_, item_, static_cast<size_t>(index - 1));
   }
   outlook::Ref<outlook::Attachment> Add(const std::wstring& file) override {
     store_.Enter("Attachments.Add");
+    if (store_.faults().TakeNothing()) return nullptr;
     std::string bytes = store_.files().ReadFile(file);
     item_->attachments.push_back(SimAttachmentData{path::FileName(file), 1, std::move(bytes)});
     return std::make_shared<SimAttachment>(store_, item_, item_->attachments.size() - 1);

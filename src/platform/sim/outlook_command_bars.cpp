@@ -80,11 +80,13 @@ class SimControls final : public outlook::CommandBarControls {
   }
   outlook::Ref<outlook::CommandBarControl> Item(int32_t index) override {
     Enter("CommandBarControls.Item");
+    if (store_.faults().TakeNothing()) return nullptr;
     if (index < 1 || static_cast<size_t>(index) > bar_->controls.size()) throw BadIndexError();
     return std::make_shared<SimControl>(store_, bar_->controls[static_cast<size_t>(index - 1)]);
   }
   outlook::Ref<outlook::CommandBarControl> Add(int32_t type, bool temporary) override {
     Enter("CommandBarControls.Add");
+    if (store_.faults().TakeNothing()) return nullptr;
     return std::make_shared<SimControl>(store_, bar_->AddControl(type, temporary));
   }
 
@@ -117,10 +119,12 @@ class SimBar final : public outlook::CommandBar {
   }
   outlook::Ref<outlook::CommandBarControls> Controls() override {
     Enter("CommandBar.Controls");
+    if (store_.faults().TakeNothing()) return nullptr;
     return std::make_shared<SimControls>(store_, bar_);
   }
   outlook::Ref<outlook::CommandBarControl> FindControl(const std::wstring& tag) override {
     Enter("CommandBar.FindControl");
+    if (store_.faults().TakeNothing()) return nullptr;
     auto control = bar_->FindControl(tag);
     return control ? std::make_shared<SimControl>(store_, control) : nullptr;
   }
@@ -153,11 +157,13 @@ class SimBars final : public outlook::CommandBars {
   }
   outlook::Ref<outlook::CommandBar> Item(int32_t index) override {
     store_.Enter("CommandBars.Item");
+    if (store_.faults().TakeNothing()) return nullptr;
     if (index < 1 || static_cast<size_t>(index) > bars_->bars.size()) throw BadIndexError();
     return std::make_shared<SimBar>(store_, bars_->bars[static_cast<size_t>(index - 1)]);
   }
   outlook::Ref<outlook::CommandBar> ItemByName(const std::wstring& name) override {
     store_.Enter("CommandBars.ItemByName");
+    if (store_.faults().TakeNothing()) return nullptr;
     auto bar = bars_->Find(name);
     return bar ? std::make_shared<SimBar>(store_, bar) : nullptr;
   }
@@ -166,6 +172,7 @@ class SimBars final : public outlook::CommandBars {
   outlook::Ref<outlook::CommandBar> Add(const std::wstring& name, int32_t position,
                                            bool temporary) override {
     store_.Enter("CommandBars.Add");
+    if (store_.faults().TakeNothing()) return nullptr;
     if (bars_->Find(name))
       throw OutlookError(kInvalidArgument, L"Invalid procedure call or argument");
     return std::make_shared<SimBar>(store_, bars_->AddBar(name, position, temporary));

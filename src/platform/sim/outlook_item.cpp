@@ -51,10 +51,12 @@ class SimItem final : public outlook::Item {
 
   outlook::Ref<outlook::Attachments> Attachments() override {
     Enter("Item.Attachments");
+    if (store_.faults().TakeNothing()) return nullptr;
     return WrapAttachments(store_, d_);
   }
   outlook::Ref<outlook::Recipients> Recipients() override {
     Enter("Item.Recipients", M::kRecipients, L"Recipients");
+    if (store_.faults().TakeNothing()) return nullptr;
     return WrapRecipients(store_, d_);
   }
 

@@ -28,6 +28,7 @@ class SimItems final : public outlook::Items {
 
   outlook::Ref<outlook::Item> Item(int32_t index) override {
     store_.Enter("Items.Item");
+    if (store_.faults().TakeNothing()) return nullptr;
     if (index < 1 || static_cast<size_t>(index) > list().size()) throw BadIndexError();
     return WrapItem(store_, list()[static_cast<size_t>(index - 1)]);
   }
@@ -43,6 +44,7 @@ class SimItems final : public outlook::Items {
 
   outlook::Ref<outlook::Items> Restrict(const std::wstring& filter) override {
     store_.Enter("Items.Restrict");
+    if (store_.faults().TakeNothing()) return nullptr;
     const SimFilter f(filter);
     std::vector<SimItemPtr> matches;
     for (const auto& item : list()) {
@@ -53,6 +55,7 @@ class SimItems final : public outlook::Items {
 
   outlook::Ref<outlook::Item> Find(const std::wstring& filter) override {
     store_.Enter("Items.Find");
+    if (store_.faults().TakeNothing()) return nullptr;
     find_.emplace(filter);
     find_next_ = 0;
     return NextMatch();
@@ -61,22 +64,26 @@ class SimItems final : public outlook::Items {
   // Without a Find before it there is nothing to continue: Nothing.
   outlook::Ref<outlook::Item> FindNext() override {
     store_.Enter("Items.FindNext");
+    if (store_.faults().TakeNothing()) return nullptr;
     return NextMatch();
   }
 
   outlook::Ref<outlook::Item> GetFirst() override {
     store_.Enter("Items.GetFirst");
+    if (store_.faults().TakeNothing()) return nullptr;
     cursor_ = 0;
     return TakeAtCursor();
   }
 
   outlook::Ref<outlook::Item> GetNext() override {
     store_.Enter("Items.GetNext");
+    if (store_.faults().TakeNothing()) return nullptr;
     return TakeAtCursor();
   }
 
   outlook::Ref<outlook::Item> GetLast() override {
     store_.Enter("Items.GetLast");
+    if (store_.faults().TakeNothing()) return nullptr;
     const auto& items = list();
     cursor_ = items.size();
     return items.empty() ? nullptr : WrapItem(store_, items.back());
@@ -120,6 +127,7 @@ class SimFolder final : public outlook::Folder {
   }
   outlook::Ref<outlook::Items> Items() override {
     store_.Enter("Folder.Items");
+    if (store_.faults().TakeNothing()) return nullptr;
     return WrapFolderItems(store_, folder_);
   }
 

@@ -18,6 +18,7 @@ class SimSelection final : public outlook::Selection {
   }
   outlook::Ref<outlook::Item> Item(int32_t index) override {
     store_.Enter("Selection.Item");
+    if (store_.faults().TakeNothing()) return nullptr;
     const auto& items = explorer_->selection;
     if (index < 1 || static_cast<size_t>(index) > items.size()) throw BadIndexError();
     return WrapItem(store_, items[static_cast<size_t>(index - 1)]);
@@ -35,10 +36,12 @@ class SimExplorer final : public outlook::Explorer {
 
   outlook::Ref<outlook::Selection> Selection() override {
     store_.Enter("Explorer.Selection");
+    if (store_.faults().TakeNothing()) return nullptr;
     return std::make_shared<SimSelection>(store_, explorer_);
   }
   outlook::Ref<outlook::CommandBars> CommandBars() override {
     store_.Enter("Explorer.CommandBars");
+    if (store_.faults().TakeNothing()) return nullptr;
     return WrapCommandBars(store_, explorer_->command_bars);
   }
   void Activate() override {
@@ -70,6 +73,7 @@ class SimExplorers final : public outlook::Explorers {
   }
   outlook::Ref<outlook::Explorer> Item(int32_t index) override {
     store_.Enter("Explorers.Item");
+    if (store_.faults().TakeNothing()) return nullptr;
     const auto& all = store_.explorers();
     if (index < 1 || static_cast<size_t>(index) > all.size()) throw BadIndexError();
     return WrapExplorer(store_, all[static_cast<size_t>(index - 1)]);
@@ -86,10 +90,12 @@ class SimInspector final : public outlook::Inspector {
 
   outlook::Ref<outlook::Item> CurrentItem() override {
     store_.Enter("Inspector.CurrentItem");
+    if (store_.faults().TakeNothing()) return nullptr;
     return WrapItem(store_, inspector_->item);
   }
   outlook::Ref<outlook::CommandBars> CommandBars() override {
     store_.Enter("Inspector.CommandBars");
+    if (store_.faults().TakeNothing()) return nullptr;
     return WrapCommandBars(store_, inspector_->command_bars);
   }
   EventConnection OnClose(std::function<void()> handler) override {
@@ -112,6 +118,7 @@ class SimInspectors final : public outlook::Inspectors {
   }
   outlook::Ref<outlook::Inspector> Item(int32_t index) override {
     store_.Enter("Inspectors.Item");
+    if (store_.faults().TakeNothing()) return nullptr;
     const auto& all = store_.inspectors();
     if (index < 1 || static_cast<size_t>(index) > all.size()) throw BadIndexError();
     return WrapInspector(store_, all[static_cast<size_t>(index - 1)]);

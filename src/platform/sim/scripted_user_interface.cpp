@@ -131,7 +131,15 @@ void ScriptedUserInterface::LoadForm(const std::wstring& name) {
 void ScriptedUserInterface::UnloadForm(const std::wstring& name) {
   faults_.Enter(Service::kUserInterface, "UnloadForm");
   std::erase_if(loaded_forms_, SameForm(name));
+  // An unloaded form's buttons are gone with it: nothing can press them any more.
+  if (SameForm(L"frmSaving")(name)) saving_events_ = {};
   Record(MakeEvent(UiEventKind::kUnloadForm, name));
+}
+
+void ScriptedUserInterface::BringFormToFront(const std::wstring& name) {
+  faults_.Enter(Service::kUserInterface, "BringFormToFront");
+  if (std::none_of(loaded_forms_.begin(), loaded_forms_.end(), SameForm(name))) return;
+  Record(MakeEvent(UiEventKind::kFormToFront, name));
 }
 
 std::vector<std::wstring> ScriptedUserInterface::LoadedForms() {
@@ -165,12 +173,12 @@ void ScriptedUserInterface::ShowSavingForm(const SavingFormView& view,
 }
 
 int32_t ScriptedUserInterface::ShowFolderMenu(const std::vector<std::wstring>& folders,
-                                              const std::wstring& /*browse_caption*/) {
+                                              const std::wstring& browse_caption) {
   faults_.Enter(Service::kUserInterface, "ShowFolderMenu");
   std::wstring entries;
   for (size_t i = 0; i < folders.size(); ++i)
     entries += std::to_wstring(i) + L":" + folders[i] + L" | ";
-  UiEvent e = MakeEvent(UiEventKind::kFolderMenu, entries + L"Browse...");
+  UiEvent e = MakeEvent(UiEventKind::kFolderMenu, entries + browse_caption);
   if (menu_choices_.empty()) {
     e.result = kFolderMenuNone;
     e.defaulted = true;

@@ -49,6 +49,7 @@ class ScriptedUserInterface : public UserInterface {
   void LoadForm(const std::wstring& name) override;
   void UnloadForm(const std::wstring& name) override;
   std::vector<std::wstring> LoadedForms() override;
+  void BringFormToFront(const std::wstring& name) override;
   void SetProgressText(const std::wstring& text) override;
   void DoEvents() override;
   void ShowSavingForm(const SavingFormView& view, const SavingFormEvents& events) override;

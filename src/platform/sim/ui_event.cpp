@@ -113,6 +113,8 @@ std::wstring Describe(const UiEvent& e) {
       return L"[form] load " + e.text;
     case UiEventKind::kUnloadForm:
       return L"[form] unload " + e.text;
+    case UiEventKind::kFormToFront:
+      return L"[form] to the front " + e.text;
     case UiEventKind::kSavingForm:
       return L"[saving] " + Quoted(e.saving.caption) + L" " + std::to_wstring(e.saving.progress_value) +
              L" of " + std::to_wstring(e.saving.progress_max) + L" saved";

@@ -8,7 +8,8 @@
 namespace corvina::sim {
 
 enum class UiEventKind {
-  kMsgBox, kShowMsgBox, kProgressText, kLoadForm, kUnloadForm, kSavingForm, kFolderMenu, kBrowse
+  kMsgBox, kShowMsgBox, kProgressText, kLoadForm, kUnloadForm, kFormToFront, kSavingForm,
+  kFolderMenu, kBrowse
 };
 
 struct UiEvent {

@@ -61,6 +61,12 @@ void SavingWindow::Show(const SavingFormView& view, const SavingFormEvents& even
   UpdateWindow(window_.get());
 }
 
+void SavingWindow::BringToFront() {
+  if (!window_) return;
+  ShowWindow(window_.get(), SW_SHOWNORMAL);
+  SetForegroundWindow(window_.get());
+}
+
 LRESULT CALLBACK SavingWindow::Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
   auto* self = WindowSelf<SavingWindow>(hwnd, message, lparam);
   if (self && message == WM_COMMAND && HIWORD(wparam) == BN_CLICKED) {

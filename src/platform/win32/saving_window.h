@@ -17,6 +17,8 @@ class SavingWindow {
 
   // Shows `view` and repaints at once (the job pumps messages only between attachments).
   void Show(const SavingFormView& view, const SavingFormEvents& events);
+  // Shows the window again if hidden and puts it in front of Outlook's.
+  void BringToFront();
 
  private:
   static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam);

@@ -63,6 +63,10 @@ void Win32UserInterface::UnloadForm(const std::wstring& name) {
   if (EqualsIgnoreCase(name, kSavingForm)) saving_.reset();
 }
 
+void Win32UserInterface::BringFormToFront(const std::wstring& name) {
+  if (EqualsIgnoreCase(name, kSavingForm) && saving_) saving_->BringToFront();
+}
+
 std::vector<std::wstring> Win32UserInterface::LoadedForms() { return loaded_; }
 
 void Win32UserInterface::SetProgressText(const std::wstring& text) {

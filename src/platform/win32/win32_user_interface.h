@@ -25,6 +25,7 @@ class Win32UserInterface : public UserInterface {
   // "frmInit" gets its window; the other forms are only listed for now.
   void LoadForm(const std::wstring& name) override;
   void UnloadForm(const std::wstring& name) override;
+  void BringFormToFront(const std::wstring& name) override;
   std::vector<std::wstring> LoadedForms() override;
   void SetProgressText(const std::wstring& text) override;
   void DoEvents() override;
