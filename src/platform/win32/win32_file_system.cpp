@@ -1,18 +1,21 @@
 #include "platform/win32/win32_file_system.h"
 
 #include <algorithm>
+#include <cwchar>
 #include <limits>
 
 #include "platform/path.h"
 #include "platform/win32/file_errors.h"
+#include "platform/win32/long_path.h"
 #include "platform/win32/unique_handle.h"
 
 namespace corvina::win32 {
 namespace {
 
+// Every path goes to Windows in its long form (long_path.h); errors name the caller's path.
 std::optional<WIN32_FILE_ATTRIBUTE_DATA> Attributes(const std::wstring& path) {
   WIN32_FILE_ATTRIBUTE_DATA data;
-  if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data)) return std::nullopt;
+  if (!GetFileAttributesExW(LongPath(path).c_str(), GetFileExInfoStandard, &data)) return std::nullopt;
   return data;
 }
 
@@ -46,11 +49,34 @@ void WriteAll(HANDLE file, std::string_view bytes, const std::wstring& path) {
   }
 }
 
-UniqueFile Open(const std::wstring& path, DWORD access, DWORD share, DWORD disposition) {
-  UniqueFile file(CreateFileW(path.c_str(), access, share, nullptr, disposition,
+// `name` is the caller's path, for the error; `long_path` what Windows is given.
+UniqueFile OpenLong(const std::wstring& long_path, const std::wstring& name, DWORD access,
+                    DWORD share, DWORD disposition) {
+  UniqueFile file(CreateFileW(long_path.c_str(), access, share, nullptr, disposition,
                               FILE_ATTRIBUTE_NORMAL, nullptr));
-  if (!file) ThrowLastError(path);
+  if (!file) ThrowLastError(name);
   return file;
+}
+
+UniqueFile Open(const std::wstring& path, DWORD access, DWORD share, DWORD disposition) {
+  return OpenLong(LongPath(path), path, access, share, disposition);
+}
+
+// A new, empty file "vir<hex>.tmp" in `long_folder`, as GetTempFileNameW would make it; that
+// function refuses (or, under Wine, overruns its buffer on) folders longer than MAX_PATH.
+std::wstring CreateTempFile(const std::wstring& long_folder, const std::wstring& target) {
+  DWORD unique = GetTickCount() ^ (GetCurrentProcessId() << 16);
+  for (int attempt = 0; attempt < 1000; ++attempt, ++unique) {
+    wchar_t name[24];
+    std::swprintf(name, 24, L"\\vir%04lX.tmp", static_cast<unsigned long>(unique & 0xFFFF));
+    std::wstring temp = long_folder + name;
+    UniqueFile file(CreateFileW(temp.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (file) return temp;
+    const DWORD code = GetLastError();
+    if (code != ERROR_FILE_EXISTS && code != ERROR_ALREADY_EXISTS) ThrowFileError(code, target);
+  }
+  ThrowFileError(ERROR_FILE_EXISTS, target);
 }
 
 }  // namespace
@@ -66,7 +92,7 @@ bool Win32FileSystem::DirectoryExists(const std::wstring& path) {
 }
 
 void Win32FileSystem::CreateDirectory(const std::wstring& path) {
-  if (CreateDirectoryW(path.c_str(), nullptr)) return;
+  if (CreateDirectoryW(LongPath(path).c_str(), nullptr)) return;
   const DWORD code = GetLastError();
   // MkDir of a name already taken is a "path/file access error", not "file already exists".
   if (code == ERROR_ALREADY_EXISTS) ThrowClassicFileError(kErrPathFileAccess, code, path);
@@ -77,13 +103,13 @@ void Win32FileSystem::DeleteFile(const std::wstring& path) {
   // Kill of a folder finds no file to delete.
   auto data = Attributes(path);
   if (data && IsDirectory(*data)) ThrowClassicFileError(kErrFileNotFound, ERROR_FILE_NOT_FOUND, path);
-  if (!DeleteFileW(path.c_str())) ThrowLastError(path);
+  if (!DeleteFileW(LongPath(path).c_str())) ThrowLastError(path);
 }
 
 std::vector<std::wstring> Win32FileSystem::ListFiles(const std::wstring& folder) {
   std::vector<std::wstring> names;
   WIN32_FIND_DATAW found;
-  UniqueFind find(FindFirstFileW(path::Join(folder, L"*").c_str(), &found));
+  UniqueFind find(FindFirstFileW(path::Join(LongPath(folder), L"*").c_str(), &found));
   if (!find) {
     const DWORD code = GetLastError();
     if (code == ERROR_FILE_NOT_FOUND || code == ERROR_NO_MORE_FILES) return names;  // empty
@@ -122,22 +148,20 @@ void Win32FileSystem::WriteFile(const std::wstring& path, std::string_view bytes
   RefuseUnwritable(path);
   // The temporary file sits in the target's folder so the final move is a rename on one
   // volume, which Windows does in one step.
-  std::wstring folder = path::Parent(path);
-  if (folder.empty()) folder = L".";
-  wchar_t temp[MAX_PATH];
-  if (!GetTempFileNameW(folder.c_str(), L"vir", 0, temp)) ThrowLastError(path);
+  const std::wstring target = LongPath(path);
+  const std::wstring temp = CreateTempFile(target.substr(0, target.rfind(L'\\')), path);
   struct RemoveTemp {
-    const wchar_t* name;
+    const std::wstring& name;
     bool keep = false;
     ~RemoveTemp() {
-      if (!keep) DeleteFileW(name);
+      if (!keep) DeleteFileW(name.c_str());
     }
   } guard{temp};
   {
-    UniqueFile file = Open(temp, GENERIC_WRITE, 0, TRUNCATE_EXISTING);
+    UniqueFile file = OpenLong(temp, path, GENERIC_WRITE, 0, TRUNCATE_EXISTING);
     WriteAll(file.get(), bytes, path);
   }
-  if (!MoveFileExW(temp, path.c_str(), MOVEFILE_REPLACE_EXISTING)) ThrowLastError(path);
+  if (!MoveFileExW(temp.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING)) ThrowLastError(path);
   guard.keep = true;
 }
 
@@ -153,20 +177,25 @@ void Win32FileSystem::CopyFile(const std::wstring& from, const std::wstring& to,
   if (!source || IsDirectory(*source))
     ThrowClassicFileError(kErrFileNotFound, ERROR_FILE_NOT_FOUND, from);
   // A file copied onto itself is refused before Windows would report a sharing violation.
-  if (path::SamePath(from, to)) ThrowClassicFileError(kErrPathFileAccess, ERROR_ACCESS_DENIED, to);
-  if (!CopyFileW(from.c_str(), to.c_str(), fail_if_exists)) ThrowLastError(to);
+  const std::wstring source_path = LongPath(from), target = LongPath(to);
+  if (path::SamePath(source_path, target))
+    ThrowClassicFileError(kErrPathFileAccess, ERROR_ACCESS_DENIED, to);
+  if (!CopyFileW(source_path.c_str(), target.c_str(), fail_if_exists)) ThrowLastError(to);
 }
 
 void Win32FileSystem::MoveFile(const std::wstring& from, const std::wstring& to,
                                bool replace_existing) {
   // Same drive only (no copy fallback): callers use it to swap a complete file in at once.
   const DWORD flags = replace_existing ? MOVEFILE_REPLACE_EXISTING : 0;
-  if (!MoveFileExW(from.c_str(), to.c_str(), flags)) ThrowLastError(to);
+  if (!MoveFileExW(LongPath(from).c_str(), LongPath(to).c_str(), flags)) ThrowLastError(to);
 }
 
 std::optional<DiskFreeSpace> Win32FileSystem::GetDiskFreeSpace(const std::wstring& root) {
+  // Any path on the volume will do: Windows is asked about its root.
+  const std::wstring volume = LongPathRoot(LongPath(root));
+  if (volume.empty()) return std::nullopt;
   DWORD sectors = 0, bytes = 0, free_clusters = 0, total = 0;
-  if (!GetDiskFreeSpaceW(root.c_str(), &sectors, &bytes, &free_clusters, &total)) return std::nullopt;
+  if (!GetDiskFreeSpaceW(volume.c_str(), &sectors, &bytes, &free_clusters, &total)) return std::nullopt;
   return DiskFreeSpace{sectors, bytes, free_clusters, total};
 }
 

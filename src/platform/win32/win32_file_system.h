@@ -1,6 +1,7 @@
 #pragma once
-// The FileSystem interface on the Win32 file API. Paths go to Windows as they are: it already
-// has the semantics the interface describes (drive letters, "\", names without case).
+// The FileSystem interface on the Win32 file API, which already has the semantics the
+// interface describes (drive letters, "\", names without case). Paths go to Windows in their
+// long form (long_path.h), so targets longer than MAX_PATH work like any other.
 #include "platform/file_system.h"
 
 namespace corvina::win32 {
@@ -19,6 +20,7 @@ class Win32FileSystem : public FileSystem {
   void AppendFile(const std::wstring& path, std::string_view bytes) override;
   void CopyFile(const std::wstring& from, const std::wstring& to, bool fail_if_exists) override;
   void MoveFile(const std::wstring& from, const std::wstring& to, bool replace_existing) override;
+  // Of the volume `root` lies on: a root ("C:\") or any path on it.
   std::optional<DiskFreeSpace> GetDiskFreeSpace(const std::wstring& root) override;
 };
 

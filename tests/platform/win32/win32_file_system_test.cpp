@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "base/error.h"
+#include "platform/win32/long_path.h"
 #include "platform/win32/windows_api.h"
 
 namespace corvina::win32 {
@@ -17,15 +18,29 @@ class Win32FileSystemTest : public ::testing::Test {
     wchar_t temp[MAX_PATH];
     GetTempPathW(MAX_PATH, temp);
     dir = std::wstring(temp) + L"corvina-fs-" + std::to_wstring(GetCurrentProcessId());
+    RemoveTree(L"\\\\?\\" + dir);  // left by a run that crashed
     files.CreateDirectory(dir);
   }
-  void TearDown() override {
-    for (const std::wstring& name : files.ListFiles(dir)) {
-      SetFileAttributesW(At(name).c_str(), FILE_ATTRIBUTE_NORMAL);
-      DeleteFileW(At(name).c_str());
+  void TearDown() override { RemoveTree(L"\\\\?\\" + dir); }
+  // Everything below `folder`, however long its paths, then the folder itself.
+  static void RemoveTree(const std::wstring& folder) {
+    WIN32_FIND_DATAW found;
+    HANDLE find = FindFirstFileW((folder + L"\\*").c_str(), &found);
+    if (find != INVALID_HANDLE_VALUE) {
+      do {
+        const std::wstring name = found.cFileName;
+        if (name == L"." || name == L"..") continue;
+        const std::wstring at = folder + L"\\" + name;
+        if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
+          RemoveTree(at);
+        } else {
+          SetFileAttributesW(at.c_str(), FILE_ATTRIBUTE_NORMAL);
+          DeleteFileW(at.c_str());
+        }
+      } while (FindNextFileW(find, &found));
+      FindClose(find);
     }
-    RemoveDirectoryW(At(L"sub").c_str());
-    RemoveDirectoryW(dir.c_str());
+    RemoveDirectoryW(folder.c_str());
   }
   std::wstring At(const std::wstring& name) const { return dir + L"\\" + name; }
 
@@ -103,6 +118,78 @@ TEST_F(Win32FileSystemTest, FailuresCarryTheClassicNumbersAndThePath) {
       EXPECT_NE(e.description().find(r.path), std::wstring::npos) << r.what;
     }
   }
+}
+
+TEST(LongPathTest, NormalisesAsWindowsDoesThenPrefixes) {
+  wchar_t here[MAX_PATH];
+  GetCurrentDirectoryW(MAX_PATH, here);
+  const std::wstring current = std::wstring(L"\\\\?\\") + here + (std::wstring(here).back() == L'\\' ? L"" : L"\\");
+  const struct {
+    std::wstring path, long_path, root;
+  } rows[] = {
+      {L"C:\\a\\b.txt", L"\\\\?\\C:\\a\\b.txt", L"\\\\?\\C:\\"},
+      {L"C:/a/b/", L"\\\\?\\C:\\a\\b", L"\\\\?\\C:\\"},
+      {L"C:\\a. \\b..\\c. . ", L"\\\\?\\C:\\a\\b\\c", L"\\\\?\\C:\\"},
+      {L"C:\\a\\.\\x\\..\\b", L"\\\\?\\C:\\a\\b", L"\\\\?\\C:\\"},
+      {L"C:\\", L"\\\\?\\C:\\", L"\\\\?\\C:\\"},
+      {L"\\\\server\\share\\dir. \\f.txt ", L"\\\\?\\UNC\\server\\share\\dir\\f.txt",
+       L"\\\\?\\UNC\\server\\share\\"},
+      {L"//server/share", L"\\\\?\\UNC\\server\\share", L"\\\\?\\UNC\\server\\share\\"},
+      {L"rel. \\f", current + L"rel\\f", current.substr(0, 7)},
+      // Already long, or a device: taken literally.
+      {L"\\\\?\\C:\\x. ", L"\\\\?\\C:\\x. ", L"\\\\?\\C:\\"},
+      {L"\\\\.\\COM1", L"\\\\.\\COM1", L""},
+  };
+  for (const auto& row : rows) {
+    const std::string label(row.path.begin(), row.path.end());
+    EXPECT_EQ(LongPath(row.path), row.long_path) << label;
+    EXPECT_EQ(LongPathRoot(LongPath(row.path)), row.root) << label;
+  }
+}
+
+// A folder and a file whose full paths are about 300 characters: every member works there.
+TEST_F(Win32FileSystemTest, EveryMemberWorksBeyondMaxPath) {
+  std::wstring deep = dir;
+  for (wchar_t c : {L'a', L'b', L'c'}) {
+    deep += L"\\" + std::wstring(90, c);
+    files.CreateDirectory(deep);
+  }
+  const std::wstring file = deep + L"\\file.txt";
+  ASSERT_GT(file.size(), 300u);
+  EXPECT_TRUE(files.DirectoryExists(deep));
+  files.WriteFile(file, "first, longer");
+  files.WriteFile(file, "second");  // over an existing file, through the temporary one
+  files.AppendFile(file, "+more");
+  EXPECT_TRUE(files.FileExists(file));
+  EXPECT_EQ(files.FileLength(file), 11);
+  EXPECT_EQ(files.ReadFile(file), "second+more");
+  files.CopyFile(file, deep + L"\\copy.txt", true);
+  files.MoveFile(deep + L"\\copy.txt", deep + L"\\moved.txt", false);
+  auto names = files.ListFiles(deep);
+  std::sort(names.begin(), names.end());
+  EXPECT_EQ(names, (std::vector<std::wstring>{L"file.txt", L"moved.txt"}));  // no temporary left
+  EXPECT_EQ(files.ReadFile(deep + L"\\moved.txt"), "second+more");
+  files.DeleteFile(deep + L"\\moved.txt");
+  EXPECT_FALSE(files.FileExists(deep + L"\\moved.txt"));
+  EXPECT_TRUE(files.GetDiskFreeSpace(deep).has_value());
+}
+
+// Trailing dots and blanks are dropped from every name, as Windows drops them: no name is
+// created that other programs could not open, and the same folder is found either way.
+TEST_F(Win32FileSystemTest, NamesLoseTheirTrailingDotsAndBlanks) {
+  files.CreateDirectory(At(L"sub. "));
+  files.WriteFile(At(L"sub. /x. "), "x");
+  files.AppendFile(At(L"sub/y .."), "y");
+  EXPECT_TRUE(files.DirectoryExists(At(L"sub")));
+  auto names = files.ListFiles(At(L"sub"));
+  std::sort(names.begin(), names.end());
+  EXPECT_EQ(names, (std::vector<std::wstring>{L"x", L"y"}));
+  WIN32_FIND_DATAW found;
+  HANDLE find = FindFirstFileW(At(L"s*").c_str(), &found);  // what any other program sees
+  ASSERT_NE(find, INVALID_HANDLE_VALUE);
+  EXPECT_STREQ(found.cFileName, L"sub");
+  FindClose(find);
+  EXPECT_EQ(files.ReadFile(At(L"sub\\x")), "x");
 }
 
 TEST_F(Win32FileSystemTest, DiskFreeSpaceOfKnownAndUnknownDrives) {
