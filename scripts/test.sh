@@ -44,6 +44,20 @@ else
   status=1
 fi
 
+# The same suite under AddressSanitizer and UndefinedBehaviorSanitizer: a use of freed or
+# returned-from memory, a leak or undefined behaviour fails the test that caused it.
+echo
+echo "== native build under AddressSanitizer and UndefinedBehaviorSanitizer"
+if cmake --preset native-asan >/dev/null && cmake --build build/native-asan -j2; then
+  ASAN_OPTIONS=detect_stack_use_after_return=1:detect_leaks=1:abort_on_error=0 \
+  UBSAN_OPTIONS=print_stacktrace=1 \
+    run_ctest build/native-asan "native tests (sanitizers)"
+else
+  echo "sanitizer build failed"
+  failed=$((failed + 1))
+  status=1
+fi
+
 # A Windows build (mingw-w64) and its tests under Wine, on a virtual display so the add-in's
 # windows can open. Whatever goes wrong counts as a failure; nothing here stops the script.
 run_windows() {
