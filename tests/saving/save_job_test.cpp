@@ -149,7 +149,9 @@ TEST_F(SaveJobTest, NamesThatLeaveTheFolderAreRefusedAndTheJobGoesOn) {
   ClickSave(0);
   EXPECT_TRUE(world.files.Get(Folder(0) + L"\\good.pdf"));
   int refused = 0;
-  for (const auto& line : world.LogLines()) refused += ContainsText(line, L"refused");
+  for (const auto& line : world.LogLines())
+    refused += ContainsText(line, L"Error Source=DesVireoGetSelectedItems\\Vireo; Error Description="
+                                  L"Attachment name refused");
   EXPECT_EQ(refused, 2);
   for (const auto& file : world.files.ListAll()) EXPECT_FALSE(ContainsText(file, L"evil")) << ToUtf8(file);
 }
@@ -245,6 +247,77 @@ TEST(MailWindowSaveTest, EachMailWindowGetsItsBarAndSavesItsOwnMail) {
   EXPECT_EQ(addin->inspector_bars().open_windows(), 1u);
   addin->IDTExtensibility2_OnDisconnection(ext_dm_HostShutdown);
   EXPECT_EQ(world.store.new_inspector().connected_count(), 0u);
+}
+
+}  // namespace
+}  // namespace corvina
+
+namespace corvina {
+namespace {
+
+// The checks the job makes for every mail and every attachment, in their order: the cancel
+// flag before each mail, the folder check for each mail, the overwrite question before the
+// embedded-picture skip.
+TEST(SaveJobOrderTest, EachMailIsCheckedAgainAndTheQuestionComesBeforeTheSkip) {
+  struct Case {
+    const char* what;
+    bool cancel_after_first_mail;
+    bool remove_folder_after_first_mail;
+    std::vector<std::wstring> boxes_after_start;
+    bool second_saved;
+  };
+  const Case cases[] = {
+      {"the folder is checked for each mail", false, true,
+       {L"Destination directory C:\\Out\\ does not exist\r\nDo you want to create it ?"}, true},
+      {"a cancel before a mail stops before its folder check", true, true, {}, false},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    testing::SimWorld world;
+    world.files.PutDirectory(L"C:\\Out");
+    auto addin = world.StartOutlook();
+    addin->addin().config.glbFolder = {L"C:\\Out"};
+    auto one = sim::MakeMail(L"1", FromCivil({2026, 11, 1, 0, 0, 0}));
+    one.attachments.push_back({L"first.pdf", 1, "1"});
+    auto two = sim::MakeMail(L"2", FromCivil({2026, 11, 1, 0, 0, 0}));
+    two.attachments.push_back({L"second.pdf", 1, "2"});
+    world.store.ActiveExplorer()->selection = {world.store.AddToInbox(one), world.store.AddToInbox(two)};
+    bool acted = false;
+    world.ui.set_do_events_hook([&] {
+      if (acted || world.store.attachments_saved != 1) return;
+      acted = true;
+      if (c.remove_folder_after_first_mail) {
+        world.files.Erase(L"C:\\Out\\first.pdf");
+        world.files.Erase(L"C:\\Out");
+      }
+      if (c.cancel_after_first_mail) world.ui.PressSavingCancel();
+    });
+    const size_t before = world.Boxes().size();
+    world.ui.QueueMsgBoxAnswer(vbYes);
+    world.ui.QueueFolderMenuChoice(0);
+    world.Bar()->FindControl(kTagSave)->Click();
+    const auto boxes = world.Boxes();
+    EXPECT_EQ(std::vector<std::wstring>(boxes.begin() + static_cast<long>(before), boxes.end()),
+              c.boxes_after_start);
+    EXPECT_EQ(world.files.Get(L"C:\\Out\\second.pdf").has_value(), c.second_saved);
+  }
+}
+
+TEST(SaveJobOrderTest, AnEmbeddedPictureIsAskedAboutBeforeItIsLeftOut) {
+  testing::SimWorld world;
+  world.files.Put(L"C:\\Out\\logo.png", "mine");
+  auto addin = world.StartOutlook();
+  addin->addin().config.glbFolder = {L"C:\\Out"};
+  addin->addin().config.AutoReplace = L"0";
+  addin->addin().config.IncludeHtmlEmbeded = L"0";
+  auto mail = sim::MakeMail(L"html", FromCivil({2026, 11, 1, 0, 0, 0}));
+  mail.attachments.push_back({L"logo.png", 0, "embedded"});
+  world.store.ActiveExplorer()->selection = {world.store.AddToInbox(mail)};
+  world.ui.QueueMsgBoxAnswer(vbYes);
+  world.ui.QueueFolderMenuChoice(0);
+  world.Bar()->FindControl(kTagSave)->Click();
+  EXPECT_EQ(world.Boxes().back(), L"The file C:\\Out\\logo.png Already exsists.\r\nDo you want to replace it ?");
+  EXPECT_EQ(world.files.Get(L"C:\\Out\\logo.png").value_or("-"), "mine");  // asked, then left out
 }
 
 }  // namespace

@@ -133,6 +133,14 @@ void MemoryFileSystem::SetReadOnly(const std::wstring& path, bool read_only) {
   loc.node->read_only = read_only;
 }
 
+void MemoryFileSystem::Erase(const std::wstring& path) {
+  Location loc;
+  if (Locate(path, loc) != 0 || !loc.node || !loc.parent || !loc.node->children.empty())
+    throw std::invalid_argument("Erase: no such file or empty folder");
+  Store(*loc.drive, *loc.node, {});  // gives its bytes back to the drive
+  loc.parent->children.erase(FoldName(loc.name));
+}
+
 std::vector<std::wstring> MemoryFileSystem::ListAll() const {
   std::vector<std::wstring> out;
   auto walk = [&out](auto& self, const Node& folder, const std::wstring& prefix) -> void {

@@ -55,6 +55,8 @@ class MemoryFileSystem : public FileSystem {
   void PutDirectory(const std::wstring& path);                 // with its missing parents
   std::optional<std::string> Get(const std::wstring& path) const;
   void SetReadOnly(const std::wstring& path, bool read_only = true);
+  // Takes away a file or an empty folder, as another program (or the user) might.
+  void Erase(const std::wstring& path);
   // Every folder (ending in "\") and file of every drive, in stored case, sorted by name.
   std::vector<std::wstring> ListAll() const;
 
