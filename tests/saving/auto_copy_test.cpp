@@ -98,7 +98,9 @@ TEST_F(AutoCopyTest, NewMailUsesTheDottedKeyAndAsksBeforeReplacing) {
   EXPECT_EQ(world.Boxes().back(),
             L"The file C:\\Pics\\photo.jpg Already exsists.\r\nDo you want to replace it ?");
   bool refused = false;
-  for (const auto& line : world.LogLines()) refused |= ContainsText(line, L"refused");
+  for (const auto& line : world.LogLines())
+    refused |= ContainsText(line, L"Error Source=DesVireooApplication_NewMail\\Vireo; Error "
+                                  L"Description=Attachment name refused");
   EXPECT_TRUE(refused);
 
   world.ui.QueueMsgBoxAnswer(vbYes);

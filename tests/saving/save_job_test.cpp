@@ -103,7 +103,8 @@ TEST_F(SaveJobTest, MissingFolderIsCreatedOneLevelAfterAsking) {
   world.ui.QueueMsgBoxAnswer(vbYes);
   ClickSave(1);  // one level only: the parent is missing, so the job fails and logs
   bool logged = false;
-  for (const auto& line : world.LogLines()) logged |= ContainsText(line, L"GetSelectedItems\\Files;");
+  for (const auto& line : world.LogLines())
+    logged |= ContainsText(line, L"Error Source=DesVireoGetSelectedItems\\Files;");
   EXPECT_TRUE(logged);
 }
 
