@@ -88,8 +88,8 @@ class EventSink final : public IDispatch {
 // line has to tell a reader which event is dead.
 Error HookError(HRESULT hr, std::wstring_view event, const wchar_t* why) {
   return Error(static_cast<int32_t>(hr), kOutlookSource,
-               L"Cannot hook the event " + std::wstring(event) + L": " + why + L" (" +
-                   DescribeHResult(hr) + L")");
+               L"Cannot hook the event " + std::wstring(event) + L": " + why + L"; " +
+                   DescribeHResult(hr));
 }
 
 std::wstring GuidText(const IID& iid) {

@@ -19,7 +19,8 @@ namespace corvina::win32 {
 // S_OK. `event` names the event as Outlook's object model does ("Explorer.Close"). When the
 // event cannot be hooked (the source offers no connection points, none for `events`, or
 // refuses the sink) this throws corvina::Error whose description names that event and why:
-// "Cannot hook the event Explorer.Close: the object offers no events (0x80004002 ...)".
+// "Cannot hook the event Explorer.Close: the object offers no events (it has no connection
+// points); 0x80004002 (no such interface)".
 [[nodiscard]] EventConnection AdviseEvent(IDispatch* source, const IID& events, DISPID dispid,
                                           std::function<void()> handler, std::wstring_view event);
 
