@@ -32,6 +32,18 @@ class StandIn {
   // and Invoke (for a caller that kept the id) DISP_E_MEMBERNOTFOUND.
   void Hide(std::wstring_view kind, std::wstring_view member) { context_->Hide(kind, member); }
 
+  // Makes a member answer Nothing, as an Outlook that has no such object at hand: a null
+  // VT_DISPATCH or VT_EMPTY. The number of arguments is still checked; the sim member does not
+  // run.
+  void ReturnNothing(std::wstring_view kind, std::wstring_view member,
+                     Nothing how = Nothing::kNullObject) {
+    context_->ReturnNothing(kind, member, how);
+  }
+
+  // Objects of `kind` ("Application") no longer offer connection points: QueryInterface for
+  // IConnectionPointContainer fails, as on a host that raises no events.
+  void TakeEvents(std::wstring_view kind) { context_->TakeEvents(kind); }
+
   // After the add-in is gone: how many of the sinks it advised are still referenced (leaked).
   size_t ReleaseKeptSinks() { return context_->ReleaseKeptSinks(); }
 

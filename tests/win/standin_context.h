@@ -4,6 +4,7 @@
 // lookups, calls, advised sinks, objects still referenced).
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -25,6 +26,10 @@ struct Counters {
   uint64_t connected() const { return advises - unadvises; }
 };
 
+// How a member answers Nothing: a VT_DISPATCH holding null, as Office does, or VT_EMPTY, as a
+// property never set does.
+enum class Nothing { kNullObject, kEmpty };
+
 class Context {
  public:
   Context() = default;
@@ -38,6 +43,22 @@ class Context {
   void Hide(std::wstring_view kind, std::wstring_view member) { hidden_.insert(Key(kind, member)); }
   bool IsHidden(std::wstring_view kind, std::wstring_view member) const {
     return !hidden_.empty() && hidden_.contains(Key(kind, member));
+  }
+
+  // The member answers Nothing (without running) to every get or call from now on.
+  void ReturnNothing(std::wstring_view kind, std::wstring_view member, Nothing how) {
+    nothing_[Key(kind, member)] = how;
+  }
+  std::optional<Nothing> NothingFrom(std::wstring_view kind, std::wstring_view member) const {
+    if (nothing_.empty()) return std::nullopt;
+    const auto found = nothing_.find(Key(kind, member));
+    return found == nothing_.end() ? std::nullopt : std::optional<Nothing>(found->second);
+  }
+
+  // Objects of `kind` offer no connection points from now on, as a host without events.
+  void TakeEvents(std::wstring_view kind) { no_events_.insert(LCase(kind)); }
+  bool EventsTaken(std::wstring_view kind) const {
+    return !no_events_.empty() && no_events_.contains(LCase(kind));
   }
 
   // Every advised sink is kept with one reference of the stand-in's own, so that a test can
@@ -59,6 +80,8 @@ class Context {
 
   Counters counters_;
   std::set<std::wstring> hidden_;
+  std::map<std::wstring, Nothing> nothing_;
+  std::set<std::wstring> no_events_;
   std::map<IUnknown*, Microsoft::WRL::ComPtr<IUnknown>> kept_sinks_;
 };
 

@@ -36,6 +36,15 @@ VARIANT Custom(SAFEARRAY** array) {
   return v;
 }
 
+// A reference to a caller's variable.
+VARIANT Reference(VARIANT* target) {
+  VARIANT v;
+  VariantInit(&v);
+  v.vt = VT_VARIANT | VT_BYREF;
+  v.pvarVal = target;
+  return v;
+}
+
 }  // namespace
 
 AddinDll::AddinDll(std::wstring path) : path_(std::move(path)), module_(LoadLibraryW(path_.c_str())) {}
@@ -72,6 +81,16 @@ Addin::Addin(CallStyle style) : style_(style) {
 }
 
 HRESULT Addin::Invoke(DISPID id, std::vector<VARIANT> args) {
+  // The caller's variables, and the references to them (both stay put during the call).
+  const std::vector<VARIANT> variables = args;
+  std::vector<VARIANT> links(args.size());
+  if (style_ == CallStyle::kDispatchByReference) {
+    for (size_t i = 0; i < args.size(); ++i) {
+      if (args[i].vt & VT_BYREF) continue;  // the custom array is passed by reference already
+      links[i] = Reference(const_cast<VARIANT*>(&variables[i]));
+      args[i] = i == 0 ? links[i] : Reference(&links[i]);
+    }
+  }
   std::vector<VARIANT> reversed(args.rbegin(), args.rend());
   DISPPARAMS params{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
   EXCEPINFO exception{};
@@ -129,6 +148,12 @@ std::optional<std::wstring> ReadSetting(const std::wstring& section, const std::
   value.resize(bytes / sizeof(wchar_t));
   while (!value.empty() && value.back() == L'\0') value.pop_back();
   return value;
+}
+
+void WriteSetting(const std::wstring& section, const std::wstring& key, const std::wstring& value) {
+  const std::wstring path = std::wstring(kSettingsKey) + L"\\" + section;
+  RegSetKeyValueW(HKEY_CURRENT_USER, path.c_str(), key.c_str(), REG_SZ, value.c_str(),
+                  static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
 }
 
 void DeleteSettings() { RegDeleteTreeW(HKEY_CURRENT_USER, kSettingsKey); }

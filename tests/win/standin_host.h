@@ -55,7 +55,9 @@ class AddinDll {
 // whole run.
 AddinDll& SuiteAddin();
 
-enum class CallStyle { kVtable, kDispatch };
+// kDispatchByReference calls IDispatch::Invoke as a VB-style late-bound caller passing its
+// variables: every argument as VT_VARIANT | VT_BYREF, the later ones through two references.
+enum class CallStyle { kVtable, kDispatch, kDispatchByReference };
 
 // One instance of the connect class, created by ProgID as Outlook creates it.
 class Addin {
@@ -86,6 +88,7 @@ class Addin {
 
 // The per-user settings the add-in keeps in the registry.
 std::optional<std::wstring> ReadSetting(const std::wstring& section, const std::wstring& key);
+void WriteSetting(const std::wstring& section, const std::wstring& key, const std::wstring& value);
 void DeleteSettings();
 bool KeyExists(HKEY hive, const std::wstring& path);
 

@@ -108,7 +108,8 @@ class Object final : public IDispatch, public IConnectionPointContainer {
     *out = nullptr;
     if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch)) {
       *out = static_cast<IDispatch*>(this);
-    } else if (IsEqualIID(iid, IID_IConnectionPointContainer) && !Table().events.empty()) {
+    } else if (IsEqualIID(iid, IID_IConnectionPointContainer) && !Table().events.empty() &&
+               !context_->EventsTaken(Table().name)) {
       *out = static_cast<IConnectionPointContainer*>(this);
     } else {
       return E_NOINTERFACE;
@@ -176,6 +177,15 @@ class Object final : public IDispatch, public IConnectionPointContainer {
       return E_INVALIDARG;
     }
     if (result) VariantInit(result);
+    if (body == m->get) {
+      if (const auto nothing = context_->NothingFrom(Table().name, m->name)) {
+        if (result && *nothing == Nothing::kNullObject) {
+          result->vt = VT_DISPATCH;
+          result->pdispVal = nullptr;
+        }
+        return S_OK;
+      }
+    }
     try {
       Call call(context_, p, result);
       body(target_, call);
