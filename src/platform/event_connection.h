@@ -41,12 +41,14 @@ class EventConnection {
 };
 
 // Subscribes through `advise`. A refusal (a host without connection points) is rethrown naming
-// the event, so the log says which one could not be hooked.
+// the event, so the log says which one could not be hooked; a platform that already named it
+// keeps its own words.
 template <class Advise>
 EventConnection HookEvent(const wchar_t* event, Advise&& advise) {
   try {
     return advise();
   } catch (const Error& e) {
+    if (e.description().find(event) != std::wstring::npos) throw;
     throw Error(e.number(), e.source(),
                 std::wstring(L"The ") + event + L" event could not be hooked: " + e.description());
   }

@@ -37,7 +37,7 @@ class FileSystem {
   virtual void CopyFile(const std::wstring& from, const std::wstring& to, bool fail_if_exists) = 0;
   // Renames a file, replacing an existing `to` when asked; both on the same drive.
   virtual void MoveFile(const std::wstring& from, const std::wstring& to, bool replace_existing) = 0;
-  // GetDiskFreeSpace of a root such as "C:\"; nothing when the drive is unknown.
+  // GetDiskFreeSpace of the drive holding `root` ("C:\"); nothing when the drive is unknown.
   virtual std::optional<DiskFreeSpace> GetDiskFreeSpace(const std::wstring& root) = 0;
 };
 

@@ -122,6 +122,12 @@ TEST(Dispatch, FailuresBecomeErrors) {
        L"Fake.Item failed: 0x8002000B (bad index)"},
       {S_OK, {}, L"Restrict", static_cast<int32_t>(DISP_E_UNKNOWNNAME), L"Outlook",
        L"Fake.Restrict failed: 0x80020006 (unknown name)"},
+      // Outlook's object has gone away: the classic 462, the code kept in the text.
+      {HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE), {}, L"Item", kErrServerUnavailable, L"Outlook",
+       L"Fake.Item failed: 0x800706BA"},
+      {RPC_E_DISCONNECTED, {}, L"Item", kErrServerUnavailable, L"Outlook",
+       L"Fake.Item failed: 0x80010108 (object disconnected from its clients)"},
+      {CO_E_OBJNOTCONNECTED, {}, L"Item", kErrServerUnavailable, L"Outlook", L"Fake.Item failed: 0x800401FD"},
   };
   for (const Case& c : cases) {
     auto fake = FakeObject::Make();

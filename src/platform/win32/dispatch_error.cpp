@@ -72,8 +72,27 @@ std::wstring DescribeHResult(HRESULT hr) {
   return meaning.empty() ? std::wstring(code) : std::wstring(code) + L" (" + meaning + L")";
 }
 
+namespace {
+
+// The number the add-in sees for a failed call: the HRESULT itself, except for the codes that
+// mean Outlook's object has gone away, which are the classic error 462 the core recognises
+// (it then asks the running Outlook again).
+int32_t ErrorNumber(HRESULT hr) {
+  switch (hr) {
+    case HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE):
+    case HRESULT_FROM_WIN32(RPC_S_CALL_FAILED):
+    case RPC_E_DISCONNECTED:
+    case CO_E_OBJNOTCONNECTED:
+      return kErrServerUnavailable;
+    default:
+      return static_cast<int32_t>(hr);
+  }
+}
+
+}  // namespace
+
 Error CallError(HRESULT hr, std::wstring_view member) {
-  return Error(static_cast<int32_t>(hr), kOutlookSource,
+  return Error(ErrorNumber(hr), kOutlookSource,
                std::wstring(member) + L" failed: " + DescribeHResult(hr));
 }
 
@@ -83,7 +102,7 @@ Error ExceptionError(ExcepInfo& info, std::wstring_view member) {
     e.pfnDeferredFillIn(&e);
     e.pfnDeferredFillIn = nullptr;
   }
-  int32_t number = e.wCode != 0 ? e.wCode : static_cast<int32_t>(e.scode);
+  int32_t number = e.wCode != 0 ? e.wCode : ErrorNumber(e.scode);
   if (number == 0) number = static_cast<int32_t>(DISP_E_EXCEPTION);
   std::wstring source = TakeString(e.bstrSource);
   std::wstring description = TakeString(e.bstrDescription);
