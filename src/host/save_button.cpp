@@ -50,5 +50,4 @@ void SaveButtonClick(AddIn& addin, SaveSource source, outlook::Inspector* owner)
   form.Unload();
 }
 
-
 }  // namespace corvina

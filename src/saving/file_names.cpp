@@ -44,13 +44,15 @@ bool IsSafeAttachmentName(const std::wstring& name) {
   return name.find_first_of(L"\\/:") == std::wstring::npos;
 }
 
+
+namespace {
+
+// Logs that an attachment's name was refused by IsSafeAttachmentName; the job goes on.
 void LogRefusedName(AddIn& addin, const wchar_t* procedure, const std::wstring& name) {
   addin.log.LogError(addin.ErrorContext(), procedure,
                      Error(kErrPathNotFound, kOwnErrorSource,
                            L"Attachment name refused, it would leave the destination folder: " + name));
 }
-
-namespace {
 
 bool IsTrailing(wchar_t c) { return c == L'.' || c == L' '; }
 

@@ -26,9 +26,6 @@ void ValidateDestFolders(AddIn& addin);
 // with a path separator, a drive, or that is "." / ".." / empty is refused.
 bool IsSafeAttachmentName(const std::wstring& name);
 
-// Logs that an attachment's name was refused by IsSafeAttachmentName; the job goes on.
-void LogRefusedName(AddIn& addin, const wchar_t* procedure, const std::wstring& name);
-
 // Whether Windows opens a device instead of a file for this name: CON, PRN, AUX, NUL,
 // CONIN$, CONOUT$, COM1-9 and LPT1-9 (also with the superscript digits 1-3), in any case, alone
 // or before the first dot, trailing dots and blanks aside ("nul.txt", "COM1.tar.gz", "NUL .").
