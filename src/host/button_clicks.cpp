@@ -63,6 +63,7 @@ void Click(AddIn& addin, int index, outlook::Inspector* owner) {
       if (HasOpenMail(addin, owner)) NotInThisBuild(addin, kFeatureStationery);
       return;
     case 1:
+      CountUse(addin, 1);
       return SaveButtonClick(addin, owner ? SaveSource::kInspector : SaveSource::kExplorer, owner);
     case 2: return NotInThisBuild(addin, kFeatureProperties);
     case 3: return NotInThisBuild(addin, kFeaturePreview);

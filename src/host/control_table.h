@@ -12,10 +12,11 @@ namespace corvina {
 struct ControlSpec {
   int index;
   const wchar_t* tag;
-  int32_t face_id;       // 0 for the combo box
-  int32_t busy_face_id;  // 0 when the control has no busy face
+  int32_t face_id;  // 0 for the combo box
   bool created_at_startup;
   int statistic;  // the usage counter a click adds to (Statistic<n>), 0 for none
+  // Texts of a button the add-in creates; the combo box is never created by the add-in (it is
+  // only found and hidden), so it has none (TextId::kCount).
   TextId caption;
   TextId tooltip;
 };

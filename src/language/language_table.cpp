@@ -20,8 +20,6 @@ const LanguageRow kRows[] = {
     {kTipSmartSender, {L"Send to a distribution list"}},
     {kCaptionHebrew, {L"Hebrew"}},
     {kTipHebrew, {L"Translate text typed with the wrong keyboard layout"}},
-    {kCaptionLanguage, {L"Language"}},
-    {kTipLanguage, {L"Choose the language of Corvina"}},
     {kCaptionVirusAlert, {L"Virus Alert"}},
     {kTipVirusAlert, {L"Virus-alert patterns and scans"}},
     {kCaptionAbout, {L"About"}},

@@ -22,8 +22,6 @@ enum class TextId : uint16_t {
   kTipSmartSender,
   kCaptionHebrew,
   kTipHebrew,
-  kCaptionLanguage,
-  kTipLanguage,
   kCaptionVirusAlert,
   kTipVirusAlert,
   kCaptionAbout,

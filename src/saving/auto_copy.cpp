@@ -85,9 +85,9 @@ void CopyNewMailAttachmentsByType(AddIn& addin, outlook::Item& mail) {
     if (!saved_as) continue;
     const std::wstring target = destination + L"\\" + *saved_as;
     if (addin.services.files.FileExists(target) && addin.config.AutoReplace == L"0") {
-      // Only Yes replaces the file. A box that could not be shown is no answer: the failure
+      // Only Yes replaces the file. A box that could not be shown counts as No: the failure
       // is logged and the existing file stays.
-      const int32_t answer = addin.Run(L"oApplication_NewMail", 0, [&] {
+      const int32_t answer = addin.Run(L"oApplication_NewMail", vbNo, [&] {
         return addin.services.ui.MsgBox(addin.Text(TextId::kReplaceFile, {RevealBidiControls(target)}),
                                         vbYesNo | vbQuestion, kProductName);
       });

@@ -49,6 +49,8 @@ TEST(ToolbarTest, MailWindowCommandsNeedAMailItem) {
   world.store.OpenInspector(mail);
   world.Bar()->FindControl(kTagVoiceMail)->Click();
   EXPECT_EQ(world.Boxes().back(), L"The voice recorder is not part of this build of Corvina.");
+  world.Bar()->FindControl(kTagCoolMail)->Click();
+  EXPECT_EQ(world.Boxes().back(), L"The stationery picker is not part of this build of Corvina.");
 }
 
 TEST(ToolbarTest, AboutCountsItsUseAndNamesTheVersion) {

@@ -42,7 +42,11 @@ class SaveJobTest : public ::testing::Test {
 
 TEST_F(SaveJobTest, ChosenFolderReceivesEveryAttachmentBehindTheProgressForm) {
   Select({Mail({{L"a.pdf", 1}, {L"b.txt", 2}}), Mail({{L"c.jpg", 1}})});
+  int32_t face_while_saving = 0;
+  world.ui.set_do_events_hook([&] { face_while_saving = world.Bar()->FindControl(kTagSave)->face_id; });
   ClickSave(1);
+  EXPECT_EQ(face_while_saving, kSaveBusyFace);
+  EXPECT_EQ(config().Statistic2, L"1");  // the click counts as a use of saving
   for (const wchar_t* name : {L"a.pdf", L"b.txt", L"c.jpg"})
     EXPECT_EQ(world.files.Get(Folder(1) + L"\\" + name).value_or("-"), "bytes of " + ToUtf8(name));
   EXPECT_TRUE(addin->addin().saving.SaveDestination.empty());

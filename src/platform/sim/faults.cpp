@@ -74,15 +74,6 @@ void Faults::NothingAtNthCall(uint64_t n) {
   injected_ = false;
 }
 
-void Faults::NothingAtCall(std::string member, uint64_t n) {
-  plan_ = Plan{std::nullopt, std::move(member), n, std::nullopt};
-  member_calls_ = 0;
-  injected_ = false;
-}
-
-void Faults::ClearPlan() {
-  plan_.reset();
-  nothing_due_ = false;
-}
+void Faults::ClearPlan() { plan_.reset(); }
 
 }  // namespace corvina::sim

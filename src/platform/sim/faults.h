@@ -36,11 +36,10 @@ class Faults {
   void FailNthCall(Service service, uint64_t n, Error error);
   // Fail the n-th call (1-based, counted from now) of the member `member` ("CommandBars.Add").
   void FailCall(std::string member, Error error, uint64_t n = 1);
-  // The n-th call over all services (1-based, counted from now), or the n-th call of `member`,
-  // answers Nothing. Only a member that hands out an object can; at any other member the plan
-  // is used up without effect (injected() stays false).
+  // The n-th call over all services (1-based, counted from now) answers Nothing. Only a member
+  // that hands out an object can; at any other member the plan is used up without effect
+  // (injected() stays false).
   void NothingAtNthCall(uint64_t n);
-  void NothingAtCall(std::string member, uint64_t n = 1);
   // Asked by object-returning members right after Enter(): true when this call must answer
   // Nothing.
   bool TakeNothing();
