@@ -18,19 +18,23 @@ std::wstring BrowseForFolder(AddIn& addin, const std::wstring& start_folder) {
 void PopUpFolderMenu(AddIn& addin) {
   addin.services.ui.LoadForm(L"frmMenu");
   const int32_t choice = addin.services.ui.ShowFolderMenu(addin.config.glbFolder, addin.Text(TextId::kBrowseEntry));
+  // Either entry hands the focus back to Outlook's main window once the folder is chosen.
+  auto activate_explorer = [&] {
+    if (auto explorer = addin.oApplication ? addin.oApplication->ActiveExplorer() : nullptr)
+      explorer->Activate();
+  };
+  addin.saving.SaveDestination.clear();
   if (choice >= 0 && static_cast<size_t>(choice) < addin.config.glbFolder.size()) {
     addin.Run(L"mnu_Folder_Click", [&] {
       addin.saving.SaveDestination = addin.config.glbFolder[static_cast<size_t>(choice)];
+      activate_explorer();
     });
   } else if (choice == kFolderMenuBrowse) {
-    addin.Run(L"mnu_FolderBrowse_Click", [&] { addin.saving.SaveDestination = BrowseForFolder(addin, L""); });
-  } else {
-    addin.saving.SaveDestination.clear();
+    addin.Run(L"mnu_FolderBrowse_Click", [&] {
+      addin.saving.SaveDestination = BrowseForFolder(addin, L"");
+      activate_explorer();
+    });
   }
-  addin.Run(L"mnu_Folder_Click", [&] {
-    if (auto explorer = addin.oApplication ? addin.oApplication->ActiveExplorer() : nullptr)
-      explorer->Activate();
-  });
 }
 
 }  // namespace corvina

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "base/text.h"
+#include "corvina/version.h"
 #include "host/command_bars.h"
 #include "host/control_table.h"
 #include "support/sim_world.h"
@@ -58,7 +59,10 @@ TEST(ToolbarTest, AboutCountsItsUseAndNamesTheVersion) {
   auto addin = world.StartOutlook();
   world.Bar()->FindControl(kTagAbout)->Click();
   world.Bar()->FindControl(kTagAbout)->Click();
-  EXPECT_TRUE(ContainsText(world.Boxes().back(), L"Corvina 1."));
+  EXPECT_EQ(world.Boxes().back(), L"Corvina " + std::to_wstring(kVersionMajor) + L"." +
+                                      std::to_wstring(kVersionMinor) + L"." +
+                                      std::to_wstring(kVersionRevision) +
+                                      L"\r\nAttachments, chat and virus alerts for Outlook.");
   EXPECT_EQ(addin->addin().config.Statistic9, L"2");
 }
 

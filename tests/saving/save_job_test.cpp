@@ -327,3 +327,34 @@ TEST(SaveJobOrderTest, AnEmbeddedPictureIsAskedAboutBeforeItIsLeftOut) {
 
 }  // namespace
 }  // namespace corvina
+
+namespace corvina {
+namespace {
+
+TEST(FolderMenuTest, EachEntryLogsUnderItsOwnHandlerAndTheJobStillRuns) {
+  const std::pair<int32_t, const wchar_t*> cases[] = {{0, L"mnu_Folder_Click"},
+                                                      {kFolderMenuBrowse, L"mnu_FolderBrowse_Click"}};
+  for (const auto& [choice, handler] : cases) {
+    SCOPED_TRACE(ToUtf8(handler));
+    testing::SimWorld world;
+    world.files.PutDirectory(L"C:\\Picked");
+    auto addin = world.StartOutlook();
+    auto mail = sim::MakeMail(L"m", FromCivil({2026, 11, 1, 0, 0, 0}));
+    mail.attachments.push_back({L"x.pdf", 1, "x"});
+    world.store.ActiveExplorer()->selection = {world.store.AddToInbox(mail)};
+    addin->addin().config.glbFolder = {L"C:\\Picked"};
+    world.ui.QueueBrowseResult(L"C:\\Picked");
+    world.ui.QueueFolderMenuChoice(choice);
+    world.faults.FailCall("Explorer.Activate", Error(5, L"Outlook", L"no focus"));
+    world.Bar()->FindControl(kTagSave)->Click();
+    bool logged = false;
+    for (const auto& line : world.LogLines())
+      logged |= ContainsText(line, L"Error Source=DesVireo" + std::wstring(handler) +
+                                       L"\\Outlook; Error Description=no focus");
+    EXPECT_TRUE(logged);
+    EXPECT_TRUE(world.files.Get(L"C:\\Picked\\x.pdf"));
+  }
+}
+
+}  // namespace
+}  // namespace corvina

@@ -28,8 +28,14 @@ TEST(MsgBoxTest, ButtonsChangeOnlyForTwoAndZeroKeepsTheDesignTimeLayout) {
     EXPECT_EQ(v.ok_visible, c.ok);
     EXPECT_EQ(v.cancel_visible, c.cancel);
     EXPECT_EQ(v.dont_show_visible, c.check);
-    EXPECT_EQ(v.yes_caption, L"Yes");
   }
+  // The buttons' captions come from the language table, whatever the layout.
+  const MsgBoxView v = MsgBoxForm::Prepare(L"t", L"", L"", 2, 2);
+  EXPECT_EQ(v.yes_caption, L"Yes");
+  EXPECT_EQ(v.no_caption, L"No");
+  EXPECT_EQ(v.ok_caption, L"OK");
+  EXPECT_EQ(v.cancel_caption, L"Cancel");
+  EXPECT_EQ(v.dont_show_caption, L"Don't show this message again");
 }
 
 TEST(MsgBoxTest, EmptyCaptionKeepsTheFormCaption) {

@@ -165,6 +165,9 @@ TEST_P(WindowsNamesTest, NamesResolveAsWindowsNormalisesThem) {
                                        L"C:\\Out\\Report.PDF", L"C:\\Out\\com10.txt",
                                        L"C:\\Out\\nul.txt", L"C:\\Out\\v.pdf.", L"C:\\Out\\x.nul",
                                        L"C:\\Out\\x.pdf", L"C:\\Out\\y.pdf", L"C:\\Out\\z.pdf"}));
+  // A last name loses all its trailing dots, one followed by a separator only one.
+  EXPECT_TRUE(files->DirectoryExists(L"C:\\Out.."));
+  EXPECT_FALSE(files->DirectoryExists(L"C:\\Out..\\"));
   // Both spellings of an ordinary path reach one file, in any case.
   EXPECT_EQ(files->ReadFile(L"\\\\?\\c:\\OUT\\report.pdf"), "pdf");
   EXPECT_TRUE(files->FileExists(kLong + L"X.PDF"));
