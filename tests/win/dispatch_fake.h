@@ -35,6 +35,7 @@ class FakeObject final : public IDispatch, public IConnectionPointContainer, pub
   EXCEPINFO exception{};                  // BSTRs are handed over to the caller
   // What the calls passed.
   std::map<std::wstring, int> lookups;
+  int type_questions = 0;  // GetTypeInfoCount calls
   WORD flags = 0;
   std::vector<UniqueVariant> args;  // as received: last argument first
   std::vector<DISPID> named;
@@ -77,6 +78,7 @@ class FakeObject final : public IDispatch, public IConnectionPointContainer, pub
 
   // IDispatch
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+    ++type_questions;
     *count = type_info_ ? 1 : 0;
     return S_OK;
   }

@@ -74,6 +74,25 @@ TEST(DispatchIds, ObjectsWithoutTypeInformationAreAskedEachForItself) {
   EXPECT_EQ(button->lookups[L"Visible"], 1);
   EXPECT_EQ(combo->lookups[L"Visible"], 1);
   EXPECT_EQ(combo->lookups[L"Caption"], 2);
+  // Asking an object what it is costs a call into Outlook too: each wrapper asks once.
+  EXPECT_EQ(button->type_questions, 1);
+  EXPECT_EQ(combo->type_questions, 1);
+}
+
+// A reference chain that leads back to itself ends in an error value, not in a hang.
+TEST(DispatchValues, ReferencesThatLoopEndInAnError) {
+  VARIANT self, first, second;
+  self.vt = VT_VARIANT | VT_BYREF;
+  self.pvarVal = &self;
+  first.vt = VT_VARIANT | VT_BYREF;
+  second.vt = VT_VARIANT | VT_BYREF;
+  first.pvarVal = &second;
+  second.pvarVal = &first;
+  for (const VARIANT* loop : {&self, &first}) {
+    const UniqueVariant value = ArgumentValue(*loop);
+    EXPECT_EQ(value.get()->vt, VT_ERROR);
+    EXPECT_EQ(value.get()->scode, E_INVALIDARG);
+  }
 }
 
 TEST(Dispatch, PassesArgumentsLastFirst) {
