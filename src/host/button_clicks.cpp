@@ -22,11 +22,8 @@ void NotInThisBuild(AddIn& addin, TextId feature) {
   Tell(addin, addin.Text(TextId::kNotInThisBuild, {addin.Text(feature)}), vbInformation);
 }
 
-void CountUse(AddIn& addin, int index) {
-  const ControlSpec* row = FindControl(index);
-  std::wstring* counter = row ? StatisticCounter(addin.config, row->statistic) : nullptr;
-  if (counter) *counter = std::to_wstring(ToLong(*counter) + 1);
-}
+// Adds one to a usage counter (one of the Statistic settings) as a command opens its window.
+void CountUse(std::wstring& counter) { counter = std::to_wstring(ToLong(counter) + 1); }
 
 // Buttons that work on the mail being written need an open mail window showing a mail: the
 // window whose bar was clicked, else the active one.
@@ -41,7 +38,7 @@ bool HasOpenMail(AddIn& addin, outlook::Inspector* owner) {
 }
 
 void About(AddIn& addin) {
-  CountUse(addin, 9);
+  CountUse(addin.config.Statistic9);
   const std::wstring version = std::to_wstring(kVersionMajor) + L"." +
                               std::to_wstring(kVersionMinor) + L"." +
                               std::to_wstring(kVersionRevision);
@@ -63,8 +60,8 @@ void Click(AddIn& addin, int index, outlook::Inspector* owner) {
       if (HasOpenMail(addin, owner)) NotInThisBuild(addin, kFeatureStationery);
       return;
     case 1:
-      CountUse(addin, 1);
-      return SaveButtonClick(addin, owner ? SaveSource::kInspector : SaveSource::kExplorer, owner);
+      CountUse(addin.config.Statistic2);
+      return SaveButtonClick(addin, owner);
     case 2: return NotInThisBuild(addin, kFeatureProperties);
     case 3: return NotInThisBuild(addin, kFeaturePreview);
     case 4: return NotInThisBuild(addin, kFeatureDistributionLists);

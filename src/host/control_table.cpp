@@ -8,20 +8,20 @@ namespace {
 using enum TextId;
 
 const ControlSpec kControls[] = {
-    {0, kTagCoolMail, 59, true, 1, kCaptionCoolMail, kTipCoolMail},
-    {1, kTagSave, kSaveFace, true, 2, kCaptionSave, kTipSave},
-    {2, kTagConfiguration, 222, true, 3, kCaptionConfiguration, kTipConfiguration},
-    {3, kTagPreview, 1362, true, 4, kCaptionPreview, kTipPreview},
-    {4, kTagSmartSender, kSmartSenderFace, true, 5, kCaptionSmartSender, kTipSmartSender},
-    {5, kTagHebrew, 3540, true, 7, kCaptionHebrew, kTipHebrew},
-    {7, kTagLanguage, 0, false, 0, kCount, kCount},
-    {8, kTagVirusAlert, 719, true, 8, kCaptionVirusAlert, kTipVirusAlert},
-    {9, kTagAbout, 49, true, 9, kCaptionAbout, kTipAbout},
-    {10, kTagUpload, 3763, false, 10, kCaptionUpload, kTipUpload},
-    {11, kTagMyStorage, 3655, false, 11, kCaptionMyStorage, kTipMyStorage},
-    {12, kTagChat, 3735, true, 12, kCaptionChat, kTipChat},
-    {13, kTagSearch, 1744, true, 13, kCaptionSearch, kTipSearch},
-    {14, kTagVoiceMail, 27, true, 14, kCaptionVoiceMail, kTipVoiceMail},
+    {0, kTagCoolMail, 59, kCaptionCoolMail, kTipCoolMail},
+    {1, kTagSave, kSaveFace, kCaptionSave, kTipSave},
+    {2, kTagConfiguration, 222, kCaptionConfiguration, kTipConfiguration},
+    {3, kTagPreview, 1362, kCaptionPreview, kTipPreview},
+    {4, kTagSmartSender, kSmartSenderFace, kCaptionSmartSender, kTipSmartSender},
+    {5, kTagHebrew, 3540, kCaptionHebrew, kTipHebrew},
+    {7, kTagLanguage, 0, kCount, kCount},
+    {8, kTagVirusAlert, 719, kCaptionVirusAlert, kTipVirusAlert},
+    {9, kTagAbout, 49, kCaptionAbout, kTipAbout},
+    {10, kTagUpload, 3763, kCaptionUpload, kTipUpload},
+    {11, kTagMyStorage, 3655, kCaptionMyStorage, kTipMyStorage},
+    {12, kTagChat, 3735, kCaptionChat, kTipChat},
+    {13, kTagSearch, 1744, kCaptionSearch, kTipSearch},
+    {14, kTagVoiceMail, 27, kCaptionVoiceMail, kTipVoiceMail},
 };
 
 const int kStartupOrder[] = {0, 1, 2, 3, 4, 5, 8, 7, 9, 12, 13, 14};

@@ -13,8 +13,6 @@ struct ControlSpec {
   int index;
   const wchar_t* tag;
   int32_t face_id;  // 0 for the combo box
-  bool created_at_startup;
-  int statistic;  // the usage counter a click adds to (Statistic<n>), 0 for none
   // Texts of a button the add-in creates; the combo box is never created by the add-in (it is
   // only found and hidden), so it has none (TextId::kCount).
   TextId caption;

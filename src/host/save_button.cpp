@@ -24,7 +24,7 @@ class RunningJob {
 
 }  // namespace
 
-void SaveButtonClick(AddIn& addin, SaveSource source, outlook::Inspector* owner) {
+void SaveButtonClick(AddIn& addin, outlook::Inspector* owner) {
   if (addin.saving.JobRunning) {
     // A click on either bar while a job runs shows that job; it starts nothing.
     addin.services.ui.BringFormToFront(L"frmSaving");
@@ -37,12 +37,8 @@ void SaveButtonClick(AddIn& addin, SaveSource source, outlook::Inspector* owner)
   SavingForm form(addin);
   form.Load();
   ToggleSaveFaceID(addin, true);
-  if (source == SaveSource::kInspector) {
-    outlook::Ref<outlook::Inspector> active;
-    if (!owner && addin.oApplication) active = addin.oApplication->ActiveInspector();
-    outlook::Inspector* inspector = owner ? owner : active.get();
-    auto item = inspector ? inspector->CurrentItem() : nullptr;
-    if (item) GetSelectedItemsInspector(addin, *item);
+  if (owner) {
+    if (auto item = owner->CurrentItem()) GetSelectedItemsInspector(addin, *item);
   } else {
     GetSelectedItems(addin);
   }

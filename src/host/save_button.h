@@ -6,10 +6,8 @@
 
 namespace corvina {
 
-enum class SaveSource { kExplorer, kInspector };
-
-// A click on a mail window's bar saves that window's mail (`owner`; the active mail window
-// when null); a click on the main toolbar saves the selected mails.
-void SaveButtonClick(AddIn& addin, SaveSource source, outlook::Inspector* owner = nullptr);
+// A click on a mail window's bar saves that window's mail (`owner`); a click on the main
+// toolbar (no owner) saves the selected mails.
+void SaveButtonClick(AddIn& addin, outlook::Inspector* owner = nullptr);
 
 }  // namespace corvina

@@ -176,23 +176,4 @@ void AssignStoredText(Config& config, const ConfigMember& member, const std::wst
   std::visit(Visitor{config, text}, member);
 }
 
-std::wstring* StatisticCounter(Config& config, int n) {
-  switch (n) {
-    case 1: return &config.Statistic1;
-    case 2: return &config.Statistic2;
-    case 3: return &config.Statistic3;
-    case 4: return &config.Statistic4;
-    case 5: return &config.Statistic5;
-    case 7: return &config.Statistic7;
-    case 8: return &config.Statistic8;
-    case 9: return &config.Statistic9;
-    case 10: return &config.Statistic10;
-    case 11: return &config.Statistic11;
-    case 12: return &config.Statistic12;
-    case 13: return &config.Statistic13;
-    case 14: return &config.Statistic14;
-    default: return nullptr;
-  }
-}
-
 }  // namespace corvina

@@ -43,7 +43,4 @@ std::wstring StoredText(const Config& config, const ConfigMember& member);
 // Converts and assigns stored text; a non-numeric L/I/B text throws error 13.
 void AssignStoredText(Config& config, const ConfigMember& member, const std::wstring& text);
 
-// The usage counter Statistic<n> (n = 1..14 without 6); nullptr for any other n.
-std::wstring* StatisticCounter(Config& config, int n);
-
 }  // namespace corvina

@@ -249,6 +249,10 @@ TEST(SaveSafetyTest, DiskSpaceCheckFetchesOutlookAgainWhenItsObjectHasGone) {
   EXPECT_TRUE(CheckDiskSpace(addin->addin(), 1, L"C:\\"));
   EXPECT_TRUE(world.faults.injected());
   EXPECT_FALSE(LogHas(world, L"CheckDiskSpace"));
+  // An application object already let go of is fetched again as well.
+  addin->addin().oApplication.reset();
+  EXPECT_TRUE(CheckDiskSpace(addin->addin(), 1, L"C:\\"));
+  EXPECT_TRUE(addin->addin().oApplication);
   // Any other failure is not a vanished Outlook: it is logged and the check says no.
   world.faults.FailCall("Application.ActiveExplorer", Error(5, L"Outlook", L"busy"));
   EXPECT_FALSE(CheckDiskSpace(addin->addin(), 1, L"C:\\"));

@@ -94,3 +94,33 @@ TEST(ScriptedUserInterfaceTest, AFailedCallTakesNoAnswerAndRecordsNothing) {
 
 }  // namespace
 }  // namespace corvina::sim
+
+namespace corvina::sim {
+namespace {
+
+// frmSaving's Cancel reaches the job through the handlers its form was shown with; once the
+// form is unloaded its button is gone, and a press reaches nobody.
+TEST(ScriptedUserInterfaceTest, CancelReachesOnlyTheSavingFormThatIsLoaded) {
+  Faults faults;
+  ScriptedUserInterface ui(faults);
+  int cancels = 0;
+  SavingFormEvents events;
+  events.cancel = [&] { ++cancels; };
+  ui.LoadForm(L"frmSaving");
+  ui.ShowSavingForm(SavingFormView{}, events);
+  ui.PressSavingCancel();
+  ui.DoEvents();
+  EXPECT_EQ(cancels, 1);
+  ui.LoadForm(L"frmOther");
+  ui.UnloadForm(L"frmOther");  // another form going leaves the buttons as they are
+  ui.PressSavingCancel();
+  ui.DoEvents();
+  EXPECT_EQ(cancels, 2);
+  ui.UnloadForm(L"FRMSAVING");
+  ui.PressSavingCancel();
+  ui.DoEvents();
+  EXPECT_EQ(cancels, 2);
+}
+
+}  // namespace
+}  // namespace corvina::sim
