@@ -68,8 +68,6 @@ void Click(AddIn& addin, int index, outlook::Inspector* owner) {
     case 5: return NotInThisBuild(addin, kFeatureTranslator);
     case 8: return NotInThisBuild(addin, kFeatureVirusAlert);
     case 9: return About(addin);
-    case 10: return NotInThisBuild(addin, kFeatureUploader);
-    case 11: return NotInThisBuild(addin, kFeatureMyStorage);
     case 12: return NotInThisBuild(addin, kFeatureChat);
     case 13: return NotInThisBuild(addin, kFeatureSearch);
     case 14:

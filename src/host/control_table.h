@@ -13,8 +13,8 @@ struct ControlSpec {
   int index;
   const wchar_t* tag;
   int32_t face_id;  // 0 for the combo box
-  // Texts of a button the add-in creates; the combo box is never created by the add-in (it is
-  // only found and hidden), so it has none (TextId::kCount).
+  // Texts of a button the add-in creates. The combo box (only found and hidden) and the Upload
+  // and MyStorage buttons (never created, only kept hidden) have none (TextId::kCount).
   TextId caption;
   TextId tooltip;
 };

@@ -124,3 +124,21 @@ TEST(ScriptedUserInterfaceTest, CancelReachesOnlyTheSavingFormThatIsLoaded) {
 
 }  // namespace
 }  // namespace corvina::sim
+
+namespace corvina::sim {
+namespace {
+
+TEST(ScriptedUserInterfaceTest, OnlyALoadedFormComesToTheFrontAndTheCallCanFail) {
+  Faults faults;
+  ScriptedUserInterface ui(faults);
+  ui.BringFormToFront(L"frmSaving");  // not loaded: nothing to show
+  ui.LoadForm(L"frmSaving");
+  faults.FailCall("BringFormToFront", Error(5, L"UserInterface", L"failed"));
+  EXPECT_THROW(ui.BringFormToFront(L"frmSaving"), Error);
+  ui.BringFormToFront(L"FRMSAVING");
+  std::vector<std::wstring> lines = ui.Transcript();
+  EXPECT_EQ(lines, (std::vector<std::wstring>{L"[form] load frmSaving", L"[form] to the front FRMSAVING"}));
+}
+
+}  // namespace
+}  // namespace corvina::sim
