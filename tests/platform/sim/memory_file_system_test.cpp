@@ -47,6 +47,13 @@ TEST_F(MemoryFileSystemTest, NamesAreFoundInAnyCaseAndKeepTheirOwn) {
   EXPECT_EQ(fs.ListFiles(L"c:\\MAIL").size(), 2u);
   EXPECT_EQ(fs.ListAll(), (std::vector<std::wstring>{L"C:\\Mail\\", L"C:\\Mail\\locked.txt",
                                                      L"C:\\Mail\\Report.PDF", L"C:\\Mail\\Sub\\"}));
+  // Every letter is a drive in either case, the first and the last included, however written.
+  for (const wchar_t* drive : {L"A:", L"a:", L"Z:", L"z:"}) {
+    MemoryFileSystem drives{faults};
+    drives.AddDrive(drive[0], 1 << 10);
+    drives.WriteFile(std::wstring(L"\\\\?\\") + drive + L"\\x", "1");
+    EXPECT_TRUE(drives.FileExists(std::wstring(drive) + L"\\x")) << ToUtf8(drive);
+  }
 }
 
 TEST_F(MemoryFileSystemTest, FailuresCarryTheClassicNumbers) {
