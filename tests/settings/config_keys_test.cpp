@@ -227,7 +227,7 @@ TEST_F(ConfigKeysTest, AnEmptyStoreSavesEveryDefaultUnderItsWrittenSpelling) {
 // A value of the key's type that no default has, different for every key.
 std::wstring Sample(const Key& k, size_t i) {
   switch (k.type) {
-    case 'L': return std::to_wstring(100000 + static_cast<int>(i));
+    case 'L': return std::to_wstring(-100000 - static_cast<int>(i));  // signed, as stored
     case 'I': return std::to_wstring(300 + static_cast<int>(i));
     case 'B': return L"True";
     default: return L"v" + std::to_wstring(i);

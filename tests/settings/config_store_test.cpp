@@ -128,24 +128,5 @@ TEST_F(ConfigStoreTest, StoreDamageIsLoggedAndDefaultsApply) {
   EXPECT_TRUE(logged);
 }
 
-TEST_F(ConfigStoreTest, LoadingThenSavingRoundTripsChangedValues) {
-  ASSERT_TRUE(Load());
-  config.ExtName = L"pdf;.jpg";
-  config.ThumbnailSorted = true;
-  config.ThumbnailSortOrder = -1;
-  config.ChatLong = 40;
-  config.glbLanguage = L"French";
-  Save();
-  Config again(kAddinFolder);
-  ConfigStore store = MakeStore();
-  ASSERT_TRUE(LoadConfig(again, store));
-  EXPECT_EQ(again.ExtName, L"pdf;.jpg");
-  EXPECT_TRUE(again.ThumbnailSorted);
-  EXPECT_EQ(again.ThumbnailSortOrder, -1);
-  EXPECT_EQ(again.ChatLong, 40);
-  EXPECT_EQ(again.glbLanguage, L"English");  // the language is written, never read
-  EXPECT_EQ(world.Setting(L"Configuration", L"Interfacelanguage"), L"French");
-}
-
 }  // namespace
 }  // namespace corvina

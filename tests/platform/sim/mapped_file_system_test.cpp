@@ -1,4 +1,5 @@
 #include "platform/sim/mapped_file_system.h"
+#include "support/error_number.h"
 
 #include <gtest/gtest.h>
 
@@ -37,14 +38,7 @@ class MappedFileSystemTest : public ::testing::Test {
     std::sort(names.begin(), names.end());
     return names;
   }
-  static int32_t ErrorOf(const std::function<void()>& call) {
-    try {
-      call();
-    } catch (const Error& e) {
-      return e.number();
-    }
-    return 0;
-  }
+  static int32_t ErrorOf(const std::function<void()>& call) { return testing::ErrorNumberOf(call); }
 
   fs::path root;
   Faults faults;

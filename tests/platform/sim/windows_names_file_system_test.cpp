@@ -11,6 +11,7 @@
 #include "base/text.h"
 #include "platform/sim/mapped_file_system.h"
 #include "platform/sim/memory_file_system.h"
+#include "support/error_number.h"
 
 namespace corvina::sim {
 namespace {
@@ -77,14 +78,7 @@ class WindowsNamesTest : public ::testing::TestWithParam<Kind> {
     return true;
 #endif
   }
-  static int32_t ErrorOf(const std::function<void()>& call) {
-    try {
-      call();
-    } catch (const Error& e) {
-      return e.number();
-    }
-    return 0;
-  }
+  static int32_t ErrorOf(const std::function<void()>& call) { return testing::ErrorNumberOf(call); }
 
   Faults faults;
   fs::path root;
