@@ -1,0 +1,160 @@
+// The pieces of mail reading, each against the damaged forms real mail arrives in.
+#include <gtest/gtest.h>
+
+#include "simulator/eml_reader.h"
+#include "simulator/mail/address.h"
+#include "simulator/mail/charset.h"
+#include "simulator/mail/header_fields.h"
+#include "simulator/mail/mail_date.h"
+#include "simulator/mail/transfer_encoding.h"
+
+namespace corvina::simulator::mail {
+namespace {
+
+TEST(TransferEncoding, DecodesDamagedInputAsFarAsItGoes) {
+  struct Case {
+    const char* encoding;
+    std::string text, bytes;
+  } cases[] = {
+      {"base64", "YWJjZA==", "abcd"},
+      {"BASE64", "YWJjZA", "abcd"},          // padding dropped by the sender
+      {"base64", "YWJjZGU", "abcde"},        // three characters in the last group
+      {"base64", "YW\r\nJj ZA\t==", "abcd"},  // breaks and blanks anywhere
+      {"base64", "YWJj!ZGU=garbage", "abcde"},  // junk skipped, padding ends the data
+      {"base64", "YQ===", "a"},
+      {"quoted-printable", "a=3Db=3db", "a=b=b"},
+      {"quoted-printable", "soft=\r\nbreak=\nand lf", "softbreakand lf"},
+      {"quoted-printable", "keep  \r\nblanks", "keep  \r\nblanks"},
+      {"quoted-printable", "bad =ZZ and ==", "bad =ZZ and ="},
+      {"quoted-printable", "end=", "end"},
+      {"x-uuencode", "begin 644 a.txt\n#86)C\n`\nend\n", "abc"},
+      // A line that lost its trailing blanks: "%86)C" says five bytes, the rest were zeros.
+      {"uuencode", "begin 644 a.txt\r\n%86)C\r\nend\r\n", std::string("abc\0\0", 5)},
+      {"x-uue", "no begin line here", "no begin line here"},
+      {"7bit", "as is=3D", "as is=3D"},
+      {"", "as is", "as is"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.text);
+    EXPECT_EQ(DecodeTransfer(c.encoding, c.text), c.bytes);
+  }
+}
+
+TEST(HeaderText, DecodesEncodedWordsAndRawBytes) {
+  struct Case {
+    std::string raw, utf8;
+  } cases[] = {
+      {"plain text", "plain text"},
+      {"=?utf-8?B?w6k=?= and =?ISO-8859-1?Q?caf=E9_au_lait?=", "\xC3\xA9 and caf\xC3\xA9 au lait"},
+      // Blanks between two words vanish; a UTF-8 character split over two words survives.
+      {"=?utf-8?Q?=C3?= =?utf-8?Q?=A9t=C3=A9?=", "\xC3\xA9t\xC3\xA9"},
+      {"=?koi8-r?B?8NLJ18XU?=", "\xD0\x9F\xD1\x80\xD0\xB8\xD0\xB2\xD0\xB5\xD1\x82"},
+      {"=?windows-1251?Q?=CF=F0=E8?=", "\xD0\x9F\xD1\x80\xD0\xB8"},
+      {"=?iso-8859-8?B?+ezl7Q==?=", "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D"},
+      {"=?ISO-2022-JP?B?GyRCJEYkOSRIGyhC?=", "\xE3\x81\xA6\xE3\x81\x99\xE3\x81\xA8"},
+      {"=?x-unknown?Q?abc?=", "abc"},
+      {"=?utf-8?X?abc?=", "=?utf-8?X?abc?="},  // no such encoding: left as text
+      {"caf\xE9", "caf\xC3\xA9"},                // raw Latin-1
+      {"caf\xC3\xA9", "caf\xC3\xA9"},            // raw UTF-8
+      {"\x93quoted\x94", "\xE2\x80\x9Cquoted\xE2\x80\x9D"},  // windows-1252
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.raw);
+    EXPECT_EQ(DecodeHeaderText(c.raw), c.utf8);
+  }
+}
+
+TEST(StructuredValue, FindsFileNamesHoweverTheyAreWritten) {
+  struct Case {
+    std::string raw, name;
+  } cases[] = {
+      {"attachment; filename=a.pdf", "a.pdf"},
+      {"attachment; FILENAME=\"a b;c.pdf\"; size=3", "a b;c.pdf"},
+      {"attachment; filename=\"=?utf-8?B?0KTQsNC50LsucGRm?=\"", "\xD0\xA4\xD0\xB0\xD0\xB9\xD0\xBB.pdf"},
+      {"attachment; filename*=utf-8''%E2%82%AC%20rate.txt", "\xE2\x82\xAC rate.txt"},
+      {"attachment; filename*=iso-8859-1'fr'caf%E9.txt", "caf\xC3\xA9.txt"},
+      {"attachment; filename*1=\"two.txt\"; filename*0*=utf-8''part%20", "part two.txt"},
+      {"attachment; filename=\"plain.txt\"; filename*=utf-8''better.txt", "better.txt"},
+      {"attachment; filename=\"esc\\\"aped.txt\"", "esc\"aped.txt"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.raw);
+    StructuredValue v = ParseStructuredValue(c.raw);
+    EXPECT_EQ(v.value, "attachment");
+    EXPECT_EQ(v.Parameter("filename").value_or("<none>"), c.name);
+  }
+}
+
+TEST(Addresses, ShowWhatAMailProgramShows) {
+  struct Case {
+    std::string raw, shown, address;
+  } cases[] = {
+      {"Tom Keller <tom@example.com>", "Tom Keller", "tom@example.com"},
+      {"\"Keller, Tom\" <tom@example.com>", "Keller, Tom", "tom@example.com"},
+      {"=?utf-8?Q?=22Dupont=2C?= =?utf-8?Q?_Jean=22?= <jean@example.fr>", "Dupont, Jean",
+       "jean@example.fr"},
+      {"MAILER DAEMON <>", "MAILER DAEMON", ""},
+      {"tom@example.com", "tom@example.com", "tom@example.com"},
+      {"<tom@example.com>", "tom@example.com", "tom@example.com"},
+      {"tom@example.com (Tom Keller)", "Tom Keller", "tom@example.com"},
+      {"=?iso-8859-1?Q?J=FCrgen?= <j@example.de>, other@example.de", "J\xC3\xBCrgen", "j@example.de"},
+      {"team: a@example.com, b@example.com;", "a@example.com", "a@example.com"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.raw);
+    std::vector<Mailbox> boxes = ParseAddressList(c.raw);
+    ASSERT_FALSE(boxes.empty());
+    EXPECT_EQ(boxes[0].Shown(), c.shown);
+    EXPECT_EQ(boxes[0].address, c.address);
+  }
+  EXPECT_EQ(ParseAddressList("undisclosed-recipients:;").size(), 0u);
+  EXPECT_EQ(ParseAddressList("a@x.org, \"b, c\" <b@x.org>, d@x.org").size(), 3u);
+}
+
+TEST(MailDate, ReadsTheWallClockTimeOfLooseForms) {
+  struct Case {
+    std::string text;
+    std::optional<CivilTime> time;
+  } cases[] = {
+      {"Tue, 3 Nov 2026 09:15:00 +0100", CivilTime{2026, 11, 3, 9, 15, 0}},
+      {"3 Nov 2026 09:15 GMT", CivilTime{2026, 11, 3, 9, 15, 0}},
+      {"Tue Nov  3 09:15:07 2026", CivilTime{2026, 11, 3, 9, 15, 7}},
+      {"Sun, 29 Feb 26 23:59:60 -0500", std::nullopt},  // 2026 has no 29 February
+      {"Thu, 29 Feb 24 23:59:60 -0500", CivilTime{2024, 2, 29, 23, 59, 59}},
+      {"Wed,, 01 JAN 1997 00:00:00", CivilTime{1997, 1, 1, 0, 0, 0}},
+      {"yesterday afternoon", std::nullopt},
+      {"", std::nullopt},
+      {"31 Apr 2026 10:00", std::nullopt},
+      {"1 Nov 2026 25:00", std::nullopt},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.text);
+    std::optional<CivilTime> got = ParseMailDate(c.text);
+    ASSERT_EQ(got.has_value(), c.time.has_value());
+    if (got) {
+      EXPECT_EQ(FromCivil(*got), FromCivil(*c.time));
+    }
+  }
+}
+
+TEST(WindowsFileName, GivesANameWindowsCanStore) {
+  struct Case {
+    std::string utf8;
+    std::wstring name;
+  } cases[] = {
+      {"report.pdf", L"report.pdf"},
+      {"what?.txt", L"what_.txt"},
+      {"a*b:c<d>e|f\"g\\h/i.txt", L"a_b_c_d_e_f_g_h_i.txt"},
+      {"tab\there.txt", L"tab_here.txt"},
+      {"trailing. . ", L"trailing"},
+      {"...", L"_"},
+      {"\xD0\xA4\xD0\xB0\xD0\xB9\xD0\xBB.txt", L"\u0424\u0430\u0439\u043B.txt"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(simulator::WindowsFileName(c.utf8), c.name) << c.utf8;
+  std::wstring long_name = simulator::WindowsFileName(std::string(300, 'x') + ".pdf");
+  EXPECT_EQ(long_name.size(), 255u);
+  EXPECT_EQ(long_name.substr(251), L".pdf");
+}
+
+}  // namespace
+}  // namespace corvina::simulator::mail

@@ -1,0 +1,78 @@
+#include "simulator/mail/mail_date.h"
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "simulator/mail/mime_text.h"
+
+namespace corvina::simulator::mail {
+namespace {
+
+constexpr std::array<std::string_view, 12> kMonths = {"jan", "feb", "mar", "apr", "may", "jun",
+                                                      "jul", "aug", "sep", "oct", "nov", "dec"};
+
+std::optional<int> Number(std::string_view s) {
+  if (s.empty() || s.size() > 4) return std::nullopt;
+  int n = 0;
+  for (char c : s) {
+    if (c < '0' || c > '9') return std::nullopt;
+    n = n * 10 + (c - '0');
+  }
+  return n;
+}
+
+bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+
+int DaysIn(int year, int month) {
+  static constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+  return month == 2 && leap ? 29 : kDays[month - 1];
+}
+
+}  // namespace
+
+std::optional<CivilTime> ParseMailDate(std::string_view text) {
+  std::vector<std::string_view> words;
+  for (size_t i = 0; i < text.size();) {
+    while (i < text.size() && (IsBlank(text[i]) || text[i] == ',')) ++i;
+    size_t end = i;
+    while (end < text.size() && !IsBlank(text[end]) && text[end] != ',') ++end;
+    if (end > i) words.push_back(text.substr(i, end - i));
+    i = end;
+  }
+  std::optional<int> day, month, year, hour, minute, second;
+  for (std::string_view w : words) {
+    if (w.find(':') != std::string_view::npos && !hour) {
+      std::vector<std::optional<int>> parts;
+      for (size_t from = 0;;) {
+        const size_t colon = w.find(':', from);
+        parts.push_back(Number(w.substr(from, colon - from)));
+        if (colon == std::string_view::npos) break;
+        from = colon + 1;
+      }
+      if (parts.size() < 2 || parts.size() > 3 || !parts[0] || !parts[1]) continue;
+      hour = parts[0], minute = parts[1];
+      second = parts.size() == 3 && parts[2] ? *parts[2] : 0;
+    } else if (!month && w.size() >= 3 && IsLetter(w[0])) {
+      const std::string lower = Lower(w.substr(0, 3));
+      for (size_t m = 0; m < kMonths.size(); ++m)
+        if (lower == kMonths[m]) month = static_cast<int>(m) + 1;
+    } else if (std::optional<int> n = Number(w)) {
+      if (!day && w.size() <= 2 && month == std::nullopt && *n >= 1 && *n <= 31) {
+        day = n;
+      } else if (!year && (w.size() == 4 || (day && month))) {
+        year = w.size() <= 2 ? (*n < 50 ? 2000 + *n : 1900 + *n) : w.size() == 3 ? 1900 + *n : *n;
+      } else if (!day && *n >= 1 && *n <= 31) {
+        day = n;
+      }
+    }
+  }
+  if (!day || !month || !year || !hour || !minute) return std::nullopt;
+  if (*year < 1900 || *year > 9999 || *day > DaysIn(*year, *month) || *hour > 23 ||
+      *minute > 59 || *second > 60)
+    return std::nullopt;
+  return CivilTime{*year, *month, *day, *hour, *minute, std::min(*second, 59)};
+}
+
+}  // namespace corvina::simulator::mail

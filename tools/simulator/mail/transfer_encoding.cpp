@@ -1,0 +1,118 @@
+#include "simulator/mail/transfer_encoding.h"
+
+#include <cstdint>
+
+#include "simulator/mail/mime_text.h"
+
+namespace corvina::simulator::mail {
+namespace {
+
+int Base64Value(char c) {
+  if (c >= 'A' && c <= 'Z') return c - 'A';
+  if (c >= 'a' && c <= 'z') return c - 'a' + 26;
+  if (c >= '0' && c <= '9') return c - '0' + 52;
+  if (c == '+') return 62;
+  if (c == '/') return 63;
+  return -1;
+}
+
+int HexValue(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  return -1;
+}
+
+// One uuencoded line: its first character gives the byte count, then four characters carry
+// three bytes each. Blank and "`" both stand for zero.
+void DecodeUuLine(std::string_view line, std::string& out) {
+  if (line.empty()) return;
+  const size_t count = static_cast<size_t>((line[0] - ' ') & 0x3F);
+  auto sextet = [&](size_t i) -> uint32_t {
+    return i < line.size() ? static_cast<uint32_t>((line[i] - ' ') & 0x3F) : 0;
+  };
+  for (size_t produced = 0, at = 1; produced < count; at += 4) {
+    const uint32_t group =
+        (sextet(at) << 18) | (sextet(at + 1) << 12) | (sextet(at + 2) << 6) | sextet(at + 3);
+    for (int shift = 16; shift >= 0 && produced < count; shift -= 8, ++produced)
+      out += static_cast<char>((group >> shift) & 0xFF);
+  }
+}
+
+}  // namespace
+
+std::string DecodeBase64(std::string_view text) {
+  std::string out;
+  out.reserve(text.size() * 3 / 4);
+  uint32_t bits = 0;
+  int have = 0;  // characters of the current group seen
+  int pads = 0;
+  for (char c : text) {
+    if (c == '=') {
+      // Padding ends the data once it completes a group of four; extra "=" are noise.
+      if (have >= 2 && have + ++pads >= 4) break;
+      continue;
+    }
+    const int v = Base64Value(c);
+    if (v < 0) continue;
+    pads = 0;
+    bits = (bits << 6) | static_cast<uint32_t>(v);
+    if (++have == 1) continue;
+    // Each character after the first of a group completes one more byte.
+    const int spare = 2 * (4 - have);  // low bits that belong to the next byte
+    out += static_cast<char>((bits >> spare) & 0xFF);
+    bits &= (1u << spare) - 1;
+    if (have == 4) have = 0;
+  }
+  return out;
+}
+
+std::string DecodeQuotedPrintable(std::string_view text) {
+  std::string out;
+  out.reserve(text.size());
+  for (size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '=') {
+      out += text[i];
+      continue;
+    }
+    if (i + 1 >= text.size()) break;  // a dangling "=" at the very end
+    const char next = text[i + 1];
+    if (next == '\r' || next == '\n') {  // soft line break
+      i += (next == '\r' && i + 2 < text.size() && text[i + 2] == '\n') ? 2 : 1;
+    } else if (next == '=') {  // "==" from broken encoders
+      out += '=';
+      ++i;
+    } else if (i + 2 < text.size() && HexValue(next) >= 0 && HexValue(text[i + 2]) >= 0) {
+      out += static_cast<char>(HexValue(next) * 16 + HexValue(text[i + 2]));
+      i += 2;
+    } else {
+      out += '=';
+    }
+  }
+  return out;
+}
+
+std::string DecodeUuencode(std::string_view text) {
+  const std::vector<Line> lines = SplitLines(text);
+  size_t first = 0;
+  while (first < lines.size() && lines[first].text.substr(0, 6) != "begin ") ++first;
+  if (first == lines.size()) return std::string(text);
+  std::string out;
+  for (size_t i = first + 1; i < lines.size(); ++i) {
+    if (Trim(lines[i].text) == "end") break;
+    if (Trim(lines[i].text).empty()) continue;
+    DecodeUuLine(lines[i].text, out);
+  }
+  return out;
+}
+
+std::string DecodeTransfer(std::string_view encoding, std::string_view body) {
+  const std::string name = Lower(Trim(encoding));
+  if (name == "base64") return DecodeBase64(body);
+  if (name == "quoted-printable") return DecodeQuotedPrintable(body);
+  if (name == "x-uuencode" || name == "uuencode" || name == "x-uue" || name == "uue")
+    return DecodeUuencode(body);
+  return std::string(body);
+}
+
+}  // namespace corvina::simulator::mail
