@@ -152,8 +152,10 @@ TEST(WindowsFileName, GivesANameWindowsCanStore) {
   };
   for (const Case& c : cases) EXPECT_EQ(simulator::WindowsFileName(c.utf8), c.name) << c.utf8;
   std::wstring long_name = simulator::WindowsFileName(std::string(300, 'x') + ".pdf");
-  EXPECT_EQ(long_name.size(), 255u);
-  EXPECT_EQ(long_name.substr(251), L".pdf");
+  EXPECT_EQ(long_name.size(), 200u);
+  EXPECT_EQ(long_name.substr(196), L".pdf");
+  // A tail after the last dot too long to be an extension is cut like the rest.
+  EXPECT_EQ(simulator::WindowsFileName("a." + std::string(300, 'y')), L"a." + std::wstring(198, L'y'));
 }
 
 }  // namespace

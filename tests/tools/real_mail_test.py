@@ -15,7 +15,8 @@ What is compared, per mail:
   bytes as they stand in the file; its inside is not looked at. Every other leaf part with a file
   name is one file with its decoded content;
 - the names as Windows can store them: \\ / : * ? " < > | and control characters become "_",
-  trailing dots and blanks go, a name over 255 characters is cut in its stem;
+  trailing dots and blanks go, a name over 200 characters is cut in its stem (room is left for
+  the folder: Windows paths stop at 260 characters);
 - names ignoring case, the last file of a name winning (a later save overwrites an earlier one).
 Files Python sees no mail in (empty, or no header field before the body) must be skipped by the
 simulator with a line naming them, and the run must go on.
@@ -34,7 +35,8 @@ from email.parser import BytesParser
 POLICY = email.policy.default
 TIMEOUT_SECONDS = 300
 FORBIDDEN = set('\\/:*?"<>|')
-MAX_NAME = 255
+MAX_NAME = 200
+MAX_EXTENSION = 16  # with its dot; a longer tail after the last dot is no extension
 
 
 # --- the oracle --------------------------------------------------------------------------------------
@@ -105,7 +107,7 @@ def windows_name(name):
     name = "".join("_" if c in FORBIDDEN or ord(c) < 0x20 else c for c in name).rstrip(" .")
     if utf16_units(name) > MAX_NAME:
         stem, dot, extension = name.rpartition(".")
-        if dot and stem and utf16_units(extension) + 1 < MAX_NAME:
+        if dot and stem and utf16_units(extension) + 1 <= MAX_EXTENSION:
             name = cut_to(stem, MAX_NAME - utf16_units(extension) - 1) + "." + extension
         else:
             name = cut_to(name, MAX_NAME)
@@ -113,8 +115,7 @@ def windows_name(name):
 
 
 def message_file_name(message):
-    title = windows_name(subject(message) or "")
-    return (title or "Untitled") + ".eml"
+    return windows_name((subject(message) or "Untitled") + ".eml")
 
 
 # Raw byte ranges of the parts. `as_bytes` does not give an attached message back as it stands

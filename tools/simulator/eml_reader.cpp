@@ -181,11 +181,15 @@ std::wstring WindowsFileName(std::string_view utf8) {
   for (wchar_t& c : name)
     if (Forbidden(c)) c = L'_';
   while (!name.empty() && (name.back() == L'.' || name.back() == L' ')) name.pop_back();
-  constexpr size_t kMaxName = 255;
+  // Windows paths stop at 260 characters; a name of 255 could be saved in no folder at all.
+  constexpr size_t kMaxName = 200;
+  constexpr size_t kMaxExtension = 16;  // with its dot; a longer tail is no extension
   if (name.size() > kMaxName) {
     const size_t dot = name.rfind(L'.');
     const std::wstring extension =
-        dot != std::wstring::npos && name.size() - dot < 32 ? name.substr(dot) : L"";
+        dot != std::wstring::npos && dot > 0 && name.size() - dot <= kMaxExtension
+            ? name.substr(dot)
+            : L"";
     name = name.substr(0, kMaxName - extension.size()) + extension;
   }
   return name.empty() ? L"_" : name;

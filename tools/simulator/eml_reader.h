@@ -50,8 +50,9 @@ std::optional<MailFile> ReadMail(std::string_view raw, corvina::Date file_time, 
 
 // The simulator's reading of a name Outlook could not store on disk as it is: characters
 // Windows forbids in file names (\ / : * ? " < > | and controls) become "_", trailing dots and
-// blanks go (Windows drops them), a name past 255 characters is cut in its stem and keeps its
-// extension, and a name left empty is "_".
+// blanks go (Windows drops them), a name past 200 characters is cut in its stem and keeps its
+// extension (room is left for the folder: Windows paths stop at 260 characters), and a name
+// left empty is "_".
 std::wstring WindowsFileName(std::string_view utf8);
 
 }  // namespace corvina::simulator
