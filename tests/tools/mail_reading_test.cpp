@@ -24,7 +24,8 @@ TEST(TransferEncoding, DecodesDamagedInputAsFarAsItGoes) {
       {"base64", "YQ===", "a"},
       {"quoted-printable", "a=3Db=3db", "a=b=b"},
       {"quoted-printable", "soft=\r\nbreak=\nand lf", "softbreakand lf"},
-      {"quoted-printable", "keep  \r\nblanks", "keep  \r\nblanks"},
+      {"quoted-printable", "relay  \r\nadded=20 \t\nblanks", "relay\r\nadded \nblanks"},
+      {"quoted-printable", "soft= \r\nbreak  = \t\nwith blanks", "softbreak  with blanks"},
       {"quoted-printable", "bad =ZZ and ==", "bad =ZZ and ="},
       {"quoted-printable", "end=", "end"},
       {"x-uuencode", "begin 644 a.txt\n#86)C\n`\nend\n", "abc"},
@@ -48,6 +49,7 @@ TEST(HeaderText, DecodesEncodedWordsAndRawBytes) {
       {"=?utf-8?B?w6k=?= and =?ISO-8859-1?Q?caf=E9_au_lait?=", "\xC3\xA9 and caf\xC3\xA9 au lait"},
       // Blanks between two words vanish; a UTF-8 character split over two words survives.
       {"=?utf-8?Q?=C3?= =?utf-8?Q?=A9t=C3=A9?=", "\xC3\xA9t\xC3\xA9"},
+      {"=?utf-8?Q?Prix_?= =?utf-8?Q?r=c3=a9duits?=", "Prix r\xC3\xA9" "duits"},  // a blank at a word's end
       {"=?koi8-r?B?8NLJ18XU?=", "\xD0\x9F\xD1\x80\xD0\xB8\xD0\xB2\xD0\xB5\xD1\x82"},
       {"=?windows-1251?Q?=CF=F0=E8?=", "\xD0\x9F\xD1\x80\xD0\xB8"},
       {"=?iso-8859-8?B?+ezl7Q==?=", "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D"},

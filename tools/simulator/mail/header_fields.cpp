@@ -43,9 +43,7 @@ std::optional<EncodedWord> ReadEncodedWord(std::string_view s, size_t at) {
   if (kind == 'B' || kind == 'b') {
     word.bytes = DecodeBase64(text);
   } else if (kind == 'Q' || kind == 'q') {
-    std::string underscored(text);
-    std::replace(underscored.begin(), underscored.end(), '_', ' ');
-    word.bytes = DecodeQuotedPrintable(underscored);
+    word.bytes = DecodeQEncoding(text);
   } else {
     return std::nullopt;
   }

@@ -71,22 +71,51 @@ std::string DecodeQuotedPrintable(std::string_view text) {
   std::string out;
   out.reserve(text.size());
   for (size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != '=') {
-      out += text[i];
+    const char c = text[i];
+    if (c == ' ' || c == '\t') {
+      // Blanks at a line end were added in transit (an encoder writes =20 there): dropped.
+      size_t end = i;
+      while (end < text.size() && (text[end] == ' ' || text[end] == '\t')) ++end;
+      if (end < text.size() && text[end] != '\r' && text[end] != '\n') {
+        out.append(text.substr(i, end - i));
+      }
+      i = end - 1;
       continue;
     }
-    if (i + 1 >= text.size()) break;  // a dangling "=" at the very end
-    const char next = text[i + 1];
-    if (next == '\r' || next == '\n') {  // soft line break
-      i += (next == '\r' && i + 2 < text.size() && text[i + 2] == '\n') ? 2 : 1;
-    } else if (next == '=') {  // "==" from broken encoders
+    if (c != '=') {
+      out += c;
+      continue;
+    }
+    size_t next = i + 1;
+    while (next < text.size() && (text[next] == ' ' || text[next] == '\t')) ++next;
+    if (next >= text.size()) break;  // a dangling "=" at the very end
+    if (text[next] == '\r' || text[next] == '\n') {  // soft line break, blanks before it too
+      i = next + ((text[next] == '\r' && next + 1 < text.size() && text[next + 1] == '\n') ? 1 : 0);
+    } else if (text[i + 1] == '=') {  // "==" from broken encoders
       out += '=';
       ++i;
-    } else if (i + 2 < text.size() && HexValue(next) >= 0 && HexValue(text[i + 2]) >= 0) {
-      out += static_cast<char>(HexValue(next) * 16 + HexValue(text[i + 2]));
+    } else if (i + 2 < text.size() && HexValue(text[i + 1]) >= 0 && HexValue(text[i + 2]) >= 0) {
+      out += static_cast<char>(HexValue(text[i + 1]) * 16 + HexValue(text[i + 2]));
       i += 2;
     } else {
       out += '=';
+    }
+  }
+  return out;
+}
+
+std::string DecodeQEncoding(std::string_view text) {
+  std::string out;
+  out.reserve(text.size());
+  for (size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '_') {
+      out += ' ';
+    } else if (text[i] == '=' && i + 2 < text.size() && HexValue(text[i + 1]) >= 0 &&
+               HexValue(text[i + 2]) >= 0) {
+      out += static_cast<char>(HexValue(text[i + 1]) * 16 + HexValue(text[i + 2]));
+      i += 2;
+    } else {
+      out += text[i];
     }
   }
   return out;

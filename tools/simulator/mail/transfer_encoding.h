@@ -12,9 +12,13 @@ namespace corvina::simulator::mail {
 // bytes (many programs drop the padding).
 std::string DecodeBase64(std::string_view text);
 
-// "=XX" in either case, soft line breaks ("=" at a line end), a lone "=" that starts no valid
-// escape is kept as it is; blanks at line ends are kept.
+// "=XX" in either case, soft line breaks ("=" at a line end, even with blanks after it), a
+// lone "=" that starts no valid escape kept as it is; blanks at line ends, which relays add,
+// are dropped.
 std::string DecodeQuotedPrintable(std::string_view text);
+
+// The "Q" form of encoded words in headers: "_" is a blank, "=XX" a byte, the rest as it is.
+std::string DecodeQEncoding(std::string_view text);
 
 // From the "begin <mode> <name>" line to "end". Each line says how many bytes it carries; a
 // line shorter than that lost its trailing blanks in transit (blanks encode zero bits), so it
