@@ -80,10 +80,12 @@ void CreateFirstRunFolders(ConfigStore& store) {
   }
 }
 
+// Damage the store turned into "missing" did not stop loading (the default applies), so it is
+// a warning that speaks for itself, not an error of LoadConfig.
 void LogStoreProblems(ConfigStore& store) noexcept {
   try {
     for (const Error& problem : store.tree.TakeProblems())
-      store.log.LogError(store.context, L"LoadConfig", problem);
+      store.log.LogEvent(problem.description(), kLogWarning);
   } catch (...) {
   }
 }

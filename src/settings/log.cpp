@@ -26,7 +26,9 @@ void Log::LogEvent(const std::wstring& message, int32_t entry_type) noexcept {
       NoteOwnFailure();
       stamp = L"(time unknown)";  // the entry matters more than its time
     }
-    const wchar_t* type = entry_type == kLogError ? L"Error" : L"Information";
+    const wchar_t* type = entry_type == kLogError     ? L"Error"
+                          : entry_type == kLogWarning ? L"Warning"
+                                                      : L"Information";
     pending_.push_back(ToUtf8(stamp + L" | " + type + L" | " + message + L"\r\n"));
   } catch (...) {
     return;

@@ -11,7 +11,11 @@
 
 namespace corvina {
 
+// Entry types, numbered as the Windows event log numbers them.
 inline constexpr int32_t kLogError = 1;
+// Damage the add-in worked around (a settings line it skipped, a value it replaced by its
+// default): the user should know, but nothing failed.
+inline constexpr int32_t kLogWarning = 2;
 inline constexpr int32_t kLogInformation = 4;
 
 class Log {

@@ -117,15 +117,39 @@ TEST_F(ConfigStoreTest, LastMailMonitorTimeOnlyMovesForward) {
   }
 }
 
-TEST_F(ConfigStoreTest, StoreDamageIsLoggedAndDefaultsApply) {
-  world.settings.AddProblem(Error(0, L"Settings", L"settings.ini line 3: no '=' in \"garbage\""));
-  ASSERT_TRUE(Load());
-  EXPECT_EQ(config.AutoReplace, L"1");
-  bool logged = false;
-  for (const auto& line : world.LogLines())
-    logged |= ContainsText(line, L"Error Source=NothingLoadConfig\\Settings; Error Description="
-                                 L"settings.ini line 3");
-  EXPECT_TRUE(logged);
+// Damage the store worked around is a warning in its own words, whether or not loading then
+// ran to the end; only a real failure of LoadConfig is an error line.
+TEST_F(ConfigStoreTest, StoreDamageIsAWarningNotALoadConfigError) {
+  const std::wstring kDamage =
+      L"Settings file settings.ini, line 3: skipped (\"garbage\" has no \"=\")";
+  struct Case {
+    const wchar_t* thumb_width;
+    bool loads;
+    std::vector<std::wstring> lines;  // after the time stamp
+  };
+  const Case cases[] = {
+      {L"92", true,
+       {L"Warning | " + kDamage,
+        L"Information | Corvina was initialized successfully at 11/22/2026 9:30:00 AM"}},
+      {L"wide", false,
+       {L"Error | Error Source=NothingLoadConfig\\Vireo; Error Description=Type mismatch",
+        L"Warning | " + kDamage}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(ToUtf8(c.thumb_width));
+    const std::wstring log_file = std::wstring(kAddinFolder) + L"\\Vireo.log";
+    if (world.files.FileExists(log_file)) world.files.DeleteFile(log_file);  // one run each
+    world.Store(L"Configuration", L"glbThumbWidth", c.thumb_width);
+    world.settings.AddProblem(Error(0, L"Settings", kDamage));
+    Config fresh(kAddinFolder);
+    ConfigStore store = MakeStore();
+    EXPECT_EQ(LoadConfig(fresh, store), c.loads);
+    EXPECT_EQ(fresh.AutoReplace, L"1");
+    std::vector<std::wstring> lines = world.LogLines();
+    ASSERT_EQ(lines.size(), c.lines.size());
+    for (size_t i = 0; i < lines.size(); ++i)
+      EXPECT_EQ(lines[i], L"11/22/2026 9:30:00 AM | " + c.lines[i]);
+  }
 }
 
 }  // namespace

@@ -33,13 +33,15 @@ TEST(LogTest, EntriesBeforeStartAreKeptAndWrittenFirst) {
   Log log(world.files, world.clock);
   const std::wstring path = std::wstring(testing::kAddinFolder) + L"\\Vireo.log";
   log.LogEvent(L"early", kLogInformation);
+  log.LogEvent(L"line 7 skipped", kLogWarning);
   EXPECT_FALSE(world.files.FileExists(path));
   log.StartLog(path);
   log.LogError(L"Nothing", L"Proc", Error(1, L"Src", L"Desc"));
   auto lines = world.LogLines();
-  ASSERT_EQ(lines.size(), 2u);
+  ASSERT_EQ(lines.size(), 3u);
   EXPECT_EQ(lines[0], L"11/22/2026 9:30:00 AM | Information | early");
-  EXPECT_EQ(lines[1],
+  EXPECT_EQ(lines[1], L"11/22/2026 9:30:00 AM | Warning | line 7 skipped");
+  EXPECT_EQ(lines[2],
             L"11/22/2026 9:30:00 AM | Error | Error Source=NothingProc\\Src; Error Description=Desc");
 }
 
