@@ -22,18 +22,24 @@ std::wstring Label(const fs::path& p) {
 }  // namespace
 
 FileSettingsTree::FileSettingsTree(Faults& faults, fs::path file)
-    : faults_(faults), file_(std::move(file)), label_(Label(file_)) {
+    : faults_(faults),
+      file_(std::move(file)),
+      label_(Label(file_)),
+      name_(Label(file_.filename())) {
   std::error_code ec;
   if (!fs::exists(file_, ec)) return;
   std::ifstream in(file_, std::ios::binary);
   std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
   if (!in.is_open() || in.bad() || fs::is_directory(file_, ec)) {
-    problems_.emplace_back(0, kSource, L"Settings file " + label_ + L" cannot be read");
+    problems_.emplace_back(0, kSource,
+                           L"Settings file " + name_ + L" cannot be read; every setting takes "
+                                                       L"its default");
     return;
   }
-  ParsedSettings parsed = ParseSettingsFile(text, label_);
+  ParsedSettings parsed = ParseSettingsFile(text, name_);
   table_ = std::move(parsed.table);
   problems_ = std::move(parsed.problems);
+  layout_ = std::move(parsed.layout);
 }
 
 FileSettingsTree::~FileSettingsTree() {
@@ -67,7 +73,7 @@ std::vector<Error> FileSettingsTree::TakeProblems() { return std::exchange(probl
 
 void FileSettingsTree::Flush() {
   if (!dirty_) return;
-  std::string text = FormatSettingsFile(table_);
+  std::string text = FormatSettingsFile(layout_, table_);
   fs::path temp = file_;
   temp += ".tmp";
   std::error_code ec;

@@ -19,8 +19,14 @@
 // be read (no '=', a key before any valid header, bytes that are not UTF-8, a
 // header without application or section) is skipped and reported as one problem. After a
 // damaged header, the keys that follow are skipped with it, without a report of their own.
+//
+// The file belongs to the user, who may have annotated it, so saving edits it rather than
+// rewriting it: every line is given back as it was written (comments, blank lines, damaged
+// lines the user may still want to mend, order, line breaks) except the lines whose value
+// changed, which keep their key's spelling.
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "base/error.h"
@@ -28,14 +34,41 @@
 
 namespace corvina::sim {
 
+// One line of the file as the user wrote it.
+struct SettingsLine {
+  enum class Kind { kOther, kHeader, kKey };  // kOther: blank, comment, damaged or skipped
+  std::string text;  // the line's bytes without its line break
+  std::string eol;   // "\r\n", "\n", or "" for a last line without a break
+  Kind kind = Kind::kOther;
+  std::wstring application, section;  // kHeader and kKey
+  std::wstring key;                   // kKey: as written
+  std::wstring value;                 // kKey: as read
+};
+
+struct SettingsLayout {
+  bool bom = false;
+  std::vector<SettingsLine> lines;
+  // Per section (application and section upper-cased, joined by U+0001): the line after which
+  // a new key of that section goes, i.e. the last line of its last block that is neither blank
+  // nor a comment (the header itself when the block is empty). Comments that follow stay next
+  // to whatever they introduce.
+  std::unordered_map<std::wstring, size_t> section_ends;
+};
+
 struct ParsedSettings {
   SettingsTable table;
-  std::vector<Error> problems;  // number 0, source "Settings", naming file and line
+  std::vector<Error> problems;  // number 0, source "Settings", naming the file and the line
+  SettingsLayout layout;
 };
 
 // `file_label` names the file in the problems' descriptions.
 ParsedSettings ParseSettingsFile(std::string_view text, const std::wstring& file_label);
-std::string FormatSettingsFile(const SettingsTable& table);
+
+// The file to save: `layout` line by line, with a key whose value in `table` differs from the
+// one read rewritten in place (of a key written twice, the later line, the one that is read).
+// Keys the layout lacks go at the end of their section in `table` order, sections it lacks at
+// the end of the file. An empty layout (a new file) starts with a comment on the format.
+std::string FormatSettingsFile(const SettingsLayout& layout, const SettingsTable& table);
 
 // Why the file format cannot hold this name ("" when it can): a key with '=' or a line break
 // or one that would read as a header or comment, an empty application or section, an
