@@ -186,6 +186,16 @@ def main():
              "; report-type=delivery-status"))
     mail("06-lunch", TOM, "Lunch on Friday?", "Fri, 20 Nov 2026 12:30:00 +0100",
          text_part("Shall we try the new place around the corner on Friday?\n\nTom"))
+    # Received in the minute the simulator's run starts (22 Nov 2026, 09:00): the start-up copy
+    # by file type takes mails from that minute on, so this PDF is the one it copies. It must
+    # stay the newest Inbox file, as the sweep walks from the newest mail and stops at the
+    # first older one.
+    mail("07-receipt", "Shop Orders <orders@shop.example.net>", "Receipt 55-2079",
+         "Sun, 22 Nov 2026 09:00:00 +0100",
+         multipart("mixed", "b07", [
+             text_part("Your receipt for order 55-2079 is attached."),
+             attachment("application/pdf", "receipt-55-2079.pdf",
+                        pdf("Receipt 55-2079: 38.90 EUR"))]))
     mail("new/01-order", "Shop Orders <orders@shop.example.net>", "Order confirmation 55-2081",
          "Sat, 21 Nov 2026 16:10:00 +0100",
          multipart("mixed", "n01", [
