@@ -19,7 +19,8 @@ class SettingsTree {
   virtual void Write(const std::wstring& application, const std::wstring& section,
                      const std::wstring& key, const std::wstring& value) = 0;
   // Damage the store met while reading (a corrupt file, a value of the wrong type) that it
-  // turned into "missing". Each problem is handed out once, so it is logged once.
+  // turned into "missing". Each problem is handed out once, so it is logged once, as a
+  // warning whose text is the problem's description.
   virtual std::vector<Error> TakeProblems() = 0;
 };
 

@@ -35,6 +35,9 @@ TEST(ReadEml, ReadsEverySampleMail) {
       {"05-undeliverable", L"Undelivered Mail Returned to Sender", L"Mail Delivery Subsystem",
        {2026, 11, 17, 11, 20, 45}, true, {}},
       {"06-lunch", L"Lunch on Friday?", L"Tom Keller", {2026, 11, 20, 12, 30, 0}, false, {}},
+      // Received in the simulator's start minute, so the start-up copy takes it.
+      {"07-receipt", L"Receipt 55-2079", L"Shop Orders", {2026, 11, 22, 9, 0, 0}, false,
+       {{L"receipt-55-2079.pdf", 601, false}}},
       {"new/01-order", L"Order confirmation 55-2081", L"Shop Orders", {2026, 11, 21, 16, 10, 0},
        false, {{L"order-55-2081.pdf", 598, false}}},
       // RFC 2231 file name.
