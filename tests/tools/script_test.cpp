@@ -98,6 +98,50 @@ TEST(ParseScript, ReportsEveryFaultyLineWithItsNumber) {
   EXPECT_EQ(script.actions[0].line, 16);
 }
 
+// The transcript echoes each action as a line that means the same when pasted into a script.
+TEST(FormatAction, ReadsBackAsTheSameAction) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"start", "start explorers 1"},
+      {"start explorers 0", "start explorers 0"},
+      {"deliver new/01-Письмо.eml", "deliver new/01-Письмо.eml"},
+      {"select 2, 3,4", "select 2,3,4"},
+      {"open 2", "open 2"},
+      {"click Vireo_Smart sender...", "click Vireo_Smart sender..."},
+      {"CLICK-INSPECTOR Vireo_Save...", "click-inspector Vireo_Save..."},
+      {"answer OK", "answer ok"},
+      {"answer Yes DONT-SHOW", "answer yes dont-show"},
+      {"answer cancel", "answer cancel"},
+      {"answer no", "answer no"},
+      {"choose-folder 0", "choose-folder 0"},
+      {"browse-folder C:\\Mail files", "browse-folder C:\\Mail files"},
+      {"cancel-after 2", "cancel-after 2"},
+      {"advance 90", "advance 90"},
+      {"combo Vireo_Sort by date", "combo Vireo_Sort by date"},
+      {"combo \"Vireo_Smart sender\"   every day", "combo \"Vireo_Smart sender\" every day"},
+      {"combo \"Vireo_Sort\" new", "combo Vireo_Sort new"},
+      {"stop", "stop"},
+      {"remove", "remove"},
+      {"print  a line", "print a line"},
+  };
+  for (const auto& [line, echo] : cases) {
+    SCOPED_TRACE(line);
+    const Script first = ParseScript(line, "t");
+    ASSERT_EQ(first.actions.size(), 1u);
+    const std::wstring formatted = FormatAction(first.actions[0]);
+    EXPECT_EQ(ToUtf8(formatted), echo);
+    const Script again = ParseScript(ToUtf8(formatted), "t");
+    ASSERT_TRUE(again.ok()) << again.errors[0];
+    ASSERT_EQ(again.actions.size(), 1u);
+    const Action &a = first.actions[0], &b = again.actions[0];
+    EXPECT_EQ(b.verb, a.verb);
+    EXPECT_EQ(b.text, a.text);
+    EXPECT_EQ(b.choice, a.choice);
+    EXPECT_EQ(b.numbers, a.numbers);
+    EXPECT_EQ(b.answer.button, a.answer.button);
+    EXPECT_EQ(b.answer.dont_show_checked, a.answer.dont_show_checked);
+  }
+}
+
 // The shipped demo parses and only delivers mails that exist in the sample profile.
 TEST(ParseScript, DemoScriptIsValid) {
   const std::string samples = CORVINA_SAMPLES_DIR;

@@ -16,6 +16,7 @@ int32_t ToMsgBoxResult(MsgBoxButton button) {
 }  // namespace
 
 int32_t AnswerQueue::MsgBox(const std::wstring& prompt, int32_t style, const std::wstring& title) {
+  Before();
   if (!answers_.empty()) {
     inner_.QueueMsgBoxAnswer(ToMsgBoxResult(answers_.front().button));
     answers_.pop_front();
@@ -24,6 +25,7 @@ int32_t AnswerQueue::MsgBox(const std::wstring& prompt, int32_t style, const std
 }
 
 MsgBoxAnswer AnswerQueue::ShowMsgBox(const MsgBoxView& view) {
+  Before();
   if (!answers_.empty()) {
     inner_.QueueShowMsgBoxAnswer(answers_.front());
     answers_.pop_front();

@@ -37,12 +37,35 @@ sim::SimItemData ToItem(const MailFile& mail) {
 }
 
 std::wstring WindowsPathOf(const fs::path& drive, const fs::path& host) {
-  std::wstring rel = fs::relative(host, drive).wstring();
+  std::wstring rel = TextOf(fs::relative(host, drive));
   std::replace(rel.begin(), rel.end(), L'/', L'\\');
   return L"C:\\" + rel;
 }
 
+std::wstring MailLine(const MailFile& mail) {
+  return (mail.is_delivery_report ? L"[report] \"" : L"\"") + mail.subject + L"\" from " +
+         mail.sender_name;
+}
+
+// What tells a rewritten file from an untouched one: it is new, or its time or size changed.
+std::optional<std::pair<fs::file_time_type, uintmax_t>> FileStamp(const fs::path& file) {
+  std::error_code ec;
+  const auto time = fs::last_write_time(file, ec);
+  if (ec) return std::nullopt;
+  const uintmax_t size = fs::file_size(file, ec);
+  return std::make_pair(time, ec ? 0 : size);
+}
+
 }  // namespace
+
+fs::path HostPath(std::string_view utf8) { return fs::path(std::u8string(utf8.begin(), utf8.end())); }
+
+std::string Utf8Of(const fs::path& path) {
+  const std::u8string u = path.u8string();
+  return std::string(u.begin(), u.end());
+}
+
+std::wstring TextOf(const fs::path& path) { return FromUtf8(Utf8Of(path)); }
 
 ProfileRun::ProfileRun(ProfilePaths paths, std::ostream& out)
     : paths_(std::move(paths)),
@@ -59,7 +82,10 @@ ProfileRun::ProfileRun(ProfilePaths paths, std::ostream& out)
   files_.Map(L'C', paths_.drive);
   fs::create_directories(paths_.drive / "Program Files" / "Corvina");
   store_.now = StartOfRun();
-  recorded_ui_.set_echo([this](const std::wstring& line) { Say(L"  " + line); });
+  recorded_ui_.set_echo([this](const std::wstring& line) { Echo(line); });
+  // Every call of the add-in into the user interface comes after the work before it, so the
+  // first one after a save is where the transcript can show the count it reached.
+  ui_.set_before_each_call([this] { PrintSavedCount(); });
   files_before_ = TakeSnapshot();
 }
 
@@ -67,29 +93,56 @@ ProfileRun::~ProfileRun() = default;
 
 void ProfileRun::Say(const std::wstring& line) { out_ << ToUtf8(line) << '\n'; }
 
+void ProfileRun::Echo(const std::wstring& line) {
+  const sim::UiEvent& event = recorded_ui_.events().back();  // the event this line describes
+  if (event.kind == sim::UiEventKind::kSavingForm) {
+    saving_form_ = event;
+    saved_at_form_ = saved_printed_ = store_.attachments_saved;
+    // The add-in refreshes the form before each attachment, with the count printed after the
+    // one before: the form did not change.
+    if (line == last_saving_line_) return;
+    last_saving_line_ = line;
+  } else if (event.kind == sim::UiEventKind::kUnloadForm && EqualsIgnoreCase(event.text, L"frmSaving")) {
+    saving_form_.reset();
+    last_saving_line_.clear();
+  }
+  Say(L"  " + line);
+}
+
+void ProfileRun::PrintSavedCount() {
+  if (!saving_form_ || store_.attachments_saved == saved_printed_) return;
+  saved_printed_ = store_.attachments_saved;
+  sim::UiEvent now = *saving_form_;
+  now.saving.progress_value += static_cast<int32_t>(store_.attachments_saved - saved_at_form_);
+  last_saving_line_ = sim::Describe(now);
+  Say(L"  " + last_saving_line_);
+}
+
 bool ProfileRun::LoadMailbox() {
   std::vector<fs::path> emls;
   std::error_code ec;
-  for (const auto& entry : fs::directory_iterator(paths_.mailbox, ec))
-    if (entry.is_regular_file() && entry.path().extension() == ".eml") emls.push_back(entry.path());
+  // increment(ec), not ++: a folder that fails half-way must not throw.
+  for (fs::directory_iterator it(paths_.mailbox, ec), end; !ec && it != end; it.increment(ec)) {
+    std::error_code type_ec;
+    if (it->is_regular_file(type_ec) && it->path().extension() == ".eml") emls.push_back(it->path());
+  }
   if (ec) {
-    Say(L"cannot read the mailbox folder " + paths_.mailbox.wstring() + L": " + FromUtf8(ec.message()));
+    Say(L"cannot read the mailbox folder " + TextOf(paths_.mailbox) + L": " + FromUtf8(ec.message()));
     return false;
   }
   std::sort(emls.begin(), emls.end());
-  Say(L"Inbox (" + paths_.mailbox.wstring() + L"):");
+  Say(L"Inbox (" + TextOf(paths_.mailbox) + L"):");
   int position = 0;
   for (const fs::path& file : emls) {
     std::string error;
-    auto mail = ReadEml(file.string(), &error);
+    auto mail = ReadEml(Utf8Of(file), &error);
     if (!mail) {
-      Say(L"cannot read " + file.wstring() + L": " + FromUtf8(error));
-      return false;
+      Say(L"  skipped " + TextOf(file.filename()) + L": " + FromUtf8(error));
+      continue;
     }
     store_.AddToInbox(ToItem(*mail));
-    std::wstring line = L"  " + std::to_wstring(++position) + L". " +
-                        (mail->is_delivery_report ? L"[report] " : L"") + L"\"" + mail->subject +
-                        L"\" from " + mail->sender_name + L", " + FormatGeneralDate(mail->sent);
+    std::wstring line = L"  " + std::to_wstring(++position) + L". " + MailLine(*mail) + L", " +
+                        FormatGeneralDate(mail->sent);
     for (const MailAttachment& a : mail->attachments)
       line += L"\n       " + a.file_name + L" (" + std::to_wstring(a.bytes.size()) + L" bytes" +
               (a.inline_image ? L", embedded" : L"") + L")";
@@ -106,21 +159,18 @@ int ProfileRun::Run(const Script& script) {
       Say(action.text);
       continue;
     }
-    std::wstring echo = L"> " + FromUtf8(VerbName(action.verb));
-    for (size_t i = 0; i < action.numbers.size(); ++i)
-      echo += (i == 0 ? L" " : L",") + std::to_wstring(action.numbers[i]);
-    if (!action.text.empty()) echo += L" " + action.text;
-    if (!action.choice.empty()) echo += L" " + action.choice;
-    if (action.verb == Verb::kAnswer) echo += L" " + sim::ButtonName(action.answer.button);
-    Say(echo);
-    if (!Do(action)) {
+    Say(L"> " + FormatAction(action));
+    const bool done = Do(action);
+    PrintSavedCount();
+    if (!done) {
       ++failures;
       Say(L"  ! line " + std::to_wstring(action.line) + L" could not be carried out");
     }
     PrintFileChanges();
   }
   if (addin_) {
-    Say(L"> stop (end of script)");
+    Say(L"# the script ends while Outlook runs");
+    Say(L"> stop");
     Stop(ext_dm_HostShutdown);
     PrintFileChanges();
   }
@@ -188,7 +238,8 @@ bool ProfileRun::Start(int explorers) {
   addin_->IDTExtensibility2_OnConnection(application_, ext_cm_Startup);
   addin_->IDTExtensibility2_OnStartupComplete();
   if (addin_->addin().LoadedIndirectly) Say(L"  (no main window: the add-in stays inactive)");
-  PrintToolbar();
+  auto explorer = store_.ActiveExplorer();
+  PrintToolbar(explorer ? explorer->command_bars : nullptr, L"Vireo");
   return true;
 }
 
@@ -197,30 +248,39 @@ bool ProfileRun::Stop(int32_t mode) {
     Say(L"  Outlook is not running");
     return false;
   }
+  // Only what happened is told: an inactive add-in (no main window) has no toolbar to remove
+  // and may have no settings to save.
+  const auto explorer = store_.ActiveExplorer();
+  const bool had_toolbar = explorer && explorer->command_bars->Find(L"Vireo");
+  const auto settings_before = FileStamp(paths_.settings);
   addin_->IDTExtensibility2_OnBeginShutdown();
   addin_->IDTExtensibility2_OnDisconnection(mode);
   addin_->AddinInstance_Terminate();
   addin_.reset();
-  settings_.Flush();
-  Say(L"  settings saved to " + paths_.settings.wstring());
-  if (mode == ext_dm_UserClosed) Say(std::wstring(L"  toolbar after removal: ") +
-                                     (store_.ActiveExplorer() &&
-                                              store_.ActiveExplorer()->command_bars->Find(L"Vireo")
-                                          ? L"still there"
-                                          : L"gone"));
+  try {
+    settings_.Flush();
+  } catch (const Error& e) {
+    Say(L"  the settings could not be saved: " + e.description());
+  }
+  const auto settings_after = FileStamp(paths_.settings);
+  if (settings_after && settings_after != settings_before)
+    Say(L"  settings saved to " + TextOf(paths_.settings));
+  if (mode == ext_dm_UserClosed && had_toolbar)
+    Say(std::wstring(L"  toolbar after removal: ") +
+        (explorer->command_bars->Find(L"Vireo") ? L"still there" : L"gone"));
   return true;
 }
 
 bool ProfileRun::Deliver(const std::wstring& file) {
   std::string error;
-  auto mail = ReadEml((paths_.mailbox / fs::path(file)).string(), &error);
+  auto mail = ReadEml(Utf8Of(paths_.mailbox / HostPath(ToUtf8(file))), &error);
   if (!mail) {
     Say(L"  cannot read " + file + L": " + FromUtf8(error));
     return false;
   }
   mail->sent = clock_.Now();  // it arrives now
-  Say(L"  new mail \"" + mail->subject + L"\" from " + mail->sender_name + L" with " +
-      std::to_wstring(mail->attachments.size()) + L" attachment(s)");
+  Say(L"  new mail " + MailLine(*mail) + L" with " + std::to_wstring(mail->attachments.size()) +
+      L" attachment(s)");
   store_.DeliverNewMail(ToItem(*mail));
   return true;
 }
@@ -244,8 +304,9 @@ bool ProfileRun::Select(const std::vector<int32_t>& positions) {
 bool ProfileRun::Open(int32_t position) {
   const auto& inbox = store_.Inbox().items;
   if (position < 1 || static_cast<size_t>(position) > inbox.size()) return false;
-  store_.OpenInspector(inbox[static_cast<size_t>(position - 1)]);
+  auto inspector = store_.OpenInspector(inbox[static_cast<size_t>(position - 1)]);
   Say(L"  opened \"" + inbox[static_cast<size_t>(position - 1)]->subject + L"\" in a mail window");
+  PrintToolbar(inspector->command_bars, L"VireoInspector");
   return true;
 }
 
@@ -271,14 +332,14 @@ bool ProfileRun::Click(const std::wstring& bar_name, const std::wstring& tag,
   return true;
 }
 
-void ProfileRun::PrintToolbar() {
-  auto explorer = store_.ActiveExplorer();
-  auto bar = explorer ? explorer->command_bars->Find(L"Vireo") : nullptr;
+void ProfileRun::PrintToolbar(const std::shared_ptr<sim::SimCommandBarsData>& bars,
+                              const std::wstring& name) {
+  auto bar = bars ? bars->Find(name) : nullptr;
   if (!bar) {
-    Say(L"  toolbar: none");
+    Say(L"  toolbar \"" + name + L"\": none");
     return;
   }
-  Say(L"  toolbar \"Vireo\"" + std::wstring(bar->visible ? L"" : L" (hidden)") + L":");
+  Say(L"  toolbar \"" + name + L"\"" + std::wstring(bar->visible ? L"" : L" (hidden)") + L":");
   for (const auto& c : bar->controls) {
     Say(L"    " + c->tag + L"  face " + std::to_wstring(c->face_id) + L"  \"" + c->caption +
         L"\"  " + (c->visible ? L"visible" : L"hidden") + L"  tip \"" + c->tooltip_text + L"\"");

@@ -5,8 +5,10 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <ostream>
 #include <string>
+#include <string_view>
 
 #include "host/des_vireo.h"
 #include "platform/sim/faults.h"
@@ -18,10 +20,17 @@
 #include "platform/sim/sim_beeper.h"
 #include "platform/sim/sim_clipboard.h"
 #include "platform/sim/sim_clock.h"
+#include "platform/sim/ui_event.h"
 #include "simulator/answer_queue.h"
 #include "simulator/script.h"
 
 namespace corvina::simulator {
+
+// Host paths in UTF-8, whatever the locale: under the "C" locale, which a program has until it
+// calls setlocale, path::wstring() throws on the first Cyrillic or Japanese name.
+std::filesystem::path HostPath(std::string_view utf8);
+std::string Utf8Of(const std::filesystem::path& path);
+std::wstring TextOf(const std::filesystem::path& path);
 
 struct ProfilePaths {
   std::filesystem::path mailbox;   // *.eml files of the Inbox, in name order
@@ -37,7 +46,8 @@ class ProfileRun {
   ProfileRun(ProfilePaths paths, std::ostream& out);
   ~ProfileRun();
 
-  // Loads the mailbox into the Inbox; false (after saying why) when a mail cannot be read.
+  // Loads the mailbox into the Inbox, naming and skipping each mail that cannot be read; false
+  // (after saying why) only when the mailbox folder itself cannot be read.
   bool LoadMailbox();
   // Runs every action; returns the number of actions that could not be carried out.
   int Run(const Script& script);
@@ -50,10 +60,15 @@ class ProfileRun {
   bool Select(const std::vector<int32_t>& positions);
   bool Open(int32_t position);
   bool Click(const std::wstring& bar, const std::wstring& tag, const std::wstring* combo_text);
-  void PrintToolbar();
+  // Lists the bar `name` of a window's command bars (null when there is no such window).
+  void PrintToolbar(const std::shared_ptr<sim::SimCommandBarsData>& bars, const std::wstring& name);
   void PrintFileChanges();
   void PrintLog();
   void Say(const std::wstring& line);
+  // A line of the recording user interface, as it happens.
+  void Echo(const std::wstring& line);
+  // The saving form's count once an attachment more is saved than the form shows.
+  void PrintSavedCount();
 
   using Snapshot = std::map<std::filesystem::path, std::pair<uintmax_t, std::filesystem::file_time_type>>;
   Snapshot TakeSnapshot() const;
@@ -72,6 +87,11 @@ class ProfileRun {
   std::shared_ptr<sim::SimApplication> application_;
   std::unique_ptr<DesVireo> addin_;
   Snapshot files_before_;
+  // frmSaving as the add-in last showed it, while it is loaded; the store's count of saved
+  // attachments then and when a count was last printed; the last [saving] line printed.
+  std::optional<sim::UiEvent> saving_form_;
+  uint64_t saved_at_form_ = 0, saved_printed_ = 0;
+  std::wstring last_saving_line_;
 };
 
 }  // namespace corvina::simulator

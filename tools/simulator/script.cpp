@@ -148,6 +148,33 @@ std::string_view VerbName(Verb verb) {
   return "?";
 }
 
+std::wstring FormatAction(const Action& action) {
+  std::wstring line = FromUtf8(VerbName(action.verb));
+  switch (action.verb) {
+    case Verb::kStart:
+      line += L" explorers " + std::to_wstring(action.numbers.empty() ? 1 : action.numbers[0]);
+      break;
+    case Verb::kAnswer:
+      for (const auto& [name, button] : kButtons) {
+        if (button == action.answer.button) line += L" " + FromUtf8(name);
+      }
+      if (action.answer.dont_show_checked) line += L" dont-show";
+      break;
+    case Verb::kCombo: {
+      // The tag is the first word unless quoted, so one with a blank is quoted.
+      const bool quote = action.text.find_first_of(L" \t\r") != std::wstring::npos;
+      line += quote ? L" \"" + action.text + L"\" " : L" " + action.text + L" ";
+      line += action.choice;
+      break;
+    }
+    default:
+      for (size_t i = 0; i < action.numbers.size(); ++i)
+        line += (i == 0 ? L" " : L",") + std::to_wstring(action.numbers[i]);
+      if (!action.text.empty()) line += L" " + action.text;
+  }
+  return line;
+}
+
 Script ParseScript(std::string_view text, std::string_view source) {
   Script script;
   if (text.substr(0, 3) == "\xEF\xBB\xBF") text.remove_prefix(3);  // a UTF-8 byte-order mark

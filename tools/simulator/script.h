@@ -39,6 +39,12 @@ struct Action {
 // The verb as written in scripts ("click-inspector").
 std::string_view VerbName(Verb verb);
 
+// The action as a script line ("start explorers 1", "answer ok dont-show", "select 2,3",
+// `combo "a tag" text`) that ParseScript reads back as the same action, so a line copied from
+// a transcript can be pasted into a script. Texts with blanks at either end, or a combo tag
+// with both a blank and a quote, have no such line: they come out as close as the syntax allows.
+std::wstring FormatAction(const Action& action);
+
 struct Script {
   std::vector<Action> actions;
   std::vector<std::string> errors;  // "source:line: message", in line order

@@ -1,0 +1,203 @@
+// The corvina-sim program run as a person runs it, with LC_ALL=C: under the "C" locale a path
+// converted through the locale cannot hold a Cyrillic or Japanese name, so these runs show
+// that no name reaches such a conversion.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cctype>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct Result {
+  int exit_code = -1;
+  std::string output;  // stdout and stderr
+};
+
+std::string Quoted(const std::string& s) {
+  std::string q = "'";
+  for (char c : s) q += c == '\'' ? std::string("'\\''") : std::string(1, c);
+  return q + "'";
+}
+
+Result RunSim(const std::vector<std::string>& args) {
+  std::string command = "LC_ALL=C " + Quoted(CORVINA_SIM);
+  for (const std::string& a : args) command += " " + Quoted(a);
+  Result result;
+  FILE* pipe = popen((command + " 2>&1").c_str(), "r");
+  if (!pipe) return result;
+  char buffer[4096];
+  for (size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;) result.output.append(buffer, n);
+  const int status = pclose(pipe);
+  if (WIFEXITED(status)) result.exit_code = WEXITSTATUS(status);
+  return result;
+}
+
+// An empty folder of the test's own (names are UTF-8 bytes, as the host keeps them).
+fs::path Scratch(const std::string& name) {
+  fs::path dir = fs::temp_directory_path() / ("corvina-sim-" + std::to_string(getpid()) + "-" + name);
+  fs::remove_all(dir);
+  fs::create_directories(dir);
+  return dir;
+}
+
+void Write(const fs::path& file, const std::string& text) {
+  fs::create_directories(file.parent_path());
+  std::ofstream(file, std::ios::binary) << text;
+}
+
+std::string Read(const fs::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+// A mail with one attachment named `attachment` (RFC 2231, UTF-8) whose content is its name;
+// `type` "report" makes it a delivery report.
+std::string Mail(const std::string& subject, const std::string& attachment,
+                 const std::string& type = "mixed") {
+  std::string encoded;
+  for (unsigned char c : attachment) {
+    static const char kHex[] = "0123456789ABCDEF";
+    if (std::isalnum(c) || c == '.' || c == '-') encoded += static_cast<char>(c);
+    else encoded += std::string("%") + kHex[c >> 4] + kHex[c & 15];
+  }
+  return "From: Tom <tom@example.com>\r\nTo: Anna <anna@example.com>\r\nSubject: " + subject +
+         "\r\nDate: Mon, 2 Nov 2026 09:15:00 +0100\r\nMIME-Version: 1.0\r\n"
+         "Content-Type: multipart/" + type + "; boundary=\"b\"" +
+         (type == "report" ? "; report-type=delivery-status" : "") +
+         "\r\n\r\n--b\r\nContent-Type: text/plain\r\n\r\nHello\r\n--b\r\n"
+         "Content-Type: application/octet-stream\r\n"
+         "Content-Disposition: attachment; filename*=UTF-8''" + encoded + "\r\n\r\n" +
+         attachment + "\r\n--b--\r\n";
+}
+
+bool Has(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
+}
+
+TEST(SimulatorRun, NonAsciiNamesOfFoldersMailsAndAttachments) {
+  struct Name {
+    std::string mail, attachment;
+  };
+  const Name names[] = {{"01-Письмо.eml", "счёт.pdf"},
+                        {"02-メール.eml", "請求書.pdf"},
+                        {"03-מכתב.eml", "חשבונית.pdf"},
+                        {"04-Crème brûlée.eml", "reçu à Zürich.pdf"}};
+  const fs::path root = Scratch("names");
+  const fs::path profile = root / "профиль 日本 שלום Café", work = root / "работа 作業 עבודה été";
+  for (const Name& n : names)
+    Write(profile / "mailbox" / n.mail, Mail("Mail " + n.mail.substr(0, 2), n.attachment));
+  Write(profile / "mailbox/new/05-Новое.eml", Mail("Late", "ファイル.txt"));
+  fs::create_directories(profile / "drive/Документы");
+  Write(root / "s.script", "start\nselect 1,2,3,4\nbrowse-folder C:\\Документы\nclick Vireo_Save...\n"
+                           "deliver new/05-Новое.eml\nstop\n");
+
+  const Result r = RunSim({"--profile", profile.string(), "--script", (root / "s.script").string(),
+                           "--work", work.string()});
+  EXPECT_EQ(r.exit_code, 0) << r.output;
+  EXPECT_TRUE(Has(r.output, "Inbox (" + (work / "mailbox").string() + "):")) << r.output;
+  EXPECT_TRUE(Has(r.output, "new mail \"Late\"")) << r.output;
+  EXPECT_TRUE(Has(r.output, "settings saved to " + (work / "settings.ini").string())) << r.output;
+  for (const Name& n : names) {
+    SCOPED_TRACE(n.attachment);
+    EXPECT_TRUE(Has(r.output, "\n       " + n.attachment + " (")) << r.output;
+    EXPECT_TRUE(Has(r.output, "[file written] C:\\Документы\\" + n.attachment)) << r.output;
+    EXPECT_EQ(Read(work / "drive/Документы" / n.attachment), n.attachment);
+  }
+}
+
+// What the transcript says: every action echoed as a script line, and only what happened. A
+// mail that cannot be read is named and skipped, and the Inbox counts only the others.
+TEST(SimulatorRun, TranscriptTellsWhatHappened) {
+  struct Case {
+    std::string script;
+    std::vector<std::string> present, absent;
+    bool settings_written;
+  };
+  const Case cases[] = {
+      {"print nothing runs\n", {"nothing runs", "\n  skipped 02-Брак.eml: ", "\n  2. \"Two\""},
+       {"settings saved", "\n  3. "}, false},
+      {"start explorers 0\nremove\n",
+       {"> start explorers 0\n", "> remove\n"},
+       {"settings saved", "toolbar after removal"},
+       false},
+      {"START\nanswer OK dont-show\nselect 1, 2\nremove\n",
+       {"> start explorers 1\n", "> answer ok dont-show\n", "> select 1,2\n", "settings saved to",
+        "toolbar after removal: gone"},
+       {},
+       true},
+      {"start\nopen 2\n", {"opened \"Two\"", "toolbar \"VireoInspector\":\n    Vireo_"}, {}, true},
+      {"start\ndeliver new/report.eml\n", {"new mail [report] \"Returned\""}, {}, true},
+      {"start\nselect 1,2\nchoose-folder 0\nclick Vireo_Save...\n",
+       {"\" 1 of 2 saved\n", "\" 2 of 2 saved\n  [form] unload frmSaving"},
+       {"\" 1 of 2 saved\n  [saving] \"Corvina - Saving files ...\" 1 of 2 saved"},
+       true},
+  };
+  const fs::path root = Scratch("transcript");
+  Write(root / "mailbox/01.eml", Mail("One", "one.txt"));
+  Write(root / "mailbox/02-Брак.eml", "");  // no mail at all
+  Write(root / "mailbox/03.eml", Mail("Two", "two.txt"));
+  Write(root / "mailbox/new/report.eml", Mail("Returned", "r.txt", "report"));
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.script);
+    Write(root / "s.script", c.script);
+    const Result r = RunSim({"--mailbox", (root / "mailbox").string(), "--script",
+                             (root / "s.script").string(), "--work", (root / "work").string()});
+    EXPECT_EQ(r.exit_code, 0) << r.output;
+    for (const std::string& p : c.present) EXPECT_TRUE(Has(r.output, p)) << p << '\n' << r.output;
+    for (const std::string& a : c.absent) EXPECT_FALSE(Has(r.output, a)) << a << '\n' << r.output;
+    EXPECT_EQ(fs::exists(root / "work/settings.ini"), c.settings_written);
+    EXPECT_EQ(Read(root / "work/mailbox/new/report.eml"), Read(root / "mailbox/new/report.eml"));
+    EXPECT_TRUE(fs::is_directory(root / "work/drive"));
+  }
+}
+
+TEST(SimulatorCommandLine, ArgumentsGiveExitCodeAndMessage) {
+  const fs::path root = Scratch("cli");
+  const std::string script = (root / "s.script").string(), mailbox = (root / "mailbox").string(),
+                    work = (root / "work").string();
+  Write(root / "s.script", "print hello\n");
+  Write(root / "mailbox/01.eml", Mail("One", "one.txt"));
+  fs::create_directories(root / "no mailbox/drive");
+  struct Case {
+    std::vector<std::string> args;
+    int exit_code;
+    std::string phrase;
+  };
+  const Case cases[] = {
+      {{"--help"}, 0, "--mailbox"},
+      {{"--version"}, 0, std::string("corvina-sim ") + CORVINA_VERSION + "\n"},
+      {{"--mailbox", mailbox, "--script", script, "--work", work}, 0, "script completed"},
+      {{"--profile", (root / "no mailbox").string(), "--script", script, "--work", work}, 1,
+       "cannot read the mailbox folder"},
+      {{}, 2, "one of --profile or --mailbox"},
+      {{"--mailbox", mailbox}, 2, "--script is required"},
+      {{"--script", script}, 2, "one of --profile or --mailbox"},
+      {{"--mailbox", mailbox, "--profile", mailbox, "--script", script}, 2, "not both"},
+      {{"--colour"}, 2, "not expected: --colour"},
+      {{"--mailbox", mailbox, "--script"}, 2, "--script: 1 required"},
+      {{"--mailbox", mailbox, "--script", script, "extra"}, 2, "not expected: extra"},
+      {{"--mailbox", (root / "none").string(), "--script", script}, 2, "does not exist"},
+      {{"--mailbox", mailbox, "--script", script, "--work", mailbox}, 2, "overlaps"},
+  };
+  for (const Case& c : cases) {
+    const Result r = RunSim(c.args);
+    SCOPED_TRACE(r.output);
+    EXPECT_EQ(r.exit_code, c.exit_code);
+    EXPECT_TRUE(Has(r.output, c.phrase)) << c.phrase;
+    if (c.exit_code == 2) {
+      EXPECT_TRUE(Has(r.output, "--help"));
+      EXPECT_EQ(r.output.find('\n'), r.output.size() - 1);  // one line
+    }
+  }
+  EXPECT_TRUE(fs::exists(root / "mailbox/01.eml"));  // a refused work folder is left alone
+}
+
+}  // namespace
