@@ -122,8 +122,10 @@ TEST(SimulatorRun, TranscriptTellsWhatHappened) {
     bool settings_written;
   };
   const Case cases[] = {
-      {"print nothing runs\n", {"nothing runs", "\n  skipped 02-Брак.eml: ", "\n  2. \"Two\""},
-       {"settings saved", "\n  3. "}, false},
+      {"print nothing runs\n",
+       {"nothing runs", "\n  skipped 02-Брак.eml: ", "\n  2. \"Two\"", "(no readable Date:, the file's time)\n",
+        "\n       Fwd.eml (", "bytes, an attached mail)"},
+       {"settings saved", "\n  4. "}, false},
       {"start explorers 0\nremove\n",
        {"> start explorers 0\n", "> remove\n"},
        {"settings saved", "toolbar after removal"},
@@ -144,6 +146,8 @@ TEST(SimulatorRun, TranscriptTellsWhatHappened) {
   Write(root / "mailbox/01.eml", Mail("One", "one.txt"));
   Write(root / "mailbox/02-Брак.eml", "");  // no mail at all
   Write(root / "mailbox/03.eml", Mail("Two", "two.txt"));
+  Write(root / "mailbox/04.eml",
+        "From: x@example.com\nContent-Type: message/rfc822\n\nSubject: Fwd\n\nforwarded\n");
   Write(root / "mailbox/new/report.eml", Mail("Returned", "r.txt", "report"));
   for (const Case& c : cases) {
     SCOPED_TRACE(c.script);

@@ -142,10 +142,12 @@ bool ProfileRun::LoadMailbox() {
     }
     store_.AddToInbox(ToItem(*mail));
     std::wstring line = L"  " + std::to_wstring(++position) + L". " + MailLine(*mail) + L", " +
-                        FormatGeneralDate(mail->sent);
+                        FormatGeneralDate(mail->sent) +
+                        (mail->dated_by_file ? L" (no readable Date:, the file's time)" : L"");
     for (const MailAttachment& a : mail->attachments)
       line += L"\n       " + a.file_name + L" (" + std::to_wstring(a.bytes.size()) + L" bytes" +
-              (a.inline_image ? L", embedded" : L"") + L")";
+              (a.inline_image ? L", embedded" : L"") +
+              (a.attached_message ? L", an attached mail" : L"") + L")";
     Say(line);
   }
   return true;
