@@ -127,6 +127,8 @@ TEST(MailDate, ReadsTheWallClockTimeOfLooseForms) {
       {"yesterday afternoon", std::nullopt},
       {"", std::nullopt},
       {"31 Apr 2026 10:00", std::nullopt},
+      {"29 Feb 1900 10:00", std::nullopt},  // a century is no leap year ...
+      {"29 Feb 2000 10:00", CivilTime{2000, 2, 29, 10, 0, 0}},  // ... unless it divides by 400
       {"1 Nov 2026 25:00", std::nullopt},
   };
   for (const Case& c : cases) {
