@@ -127,6 +127,18 @@ TEST(MailDate, ReadsTheWallClockTimeOfLooseForms) {
       {"yesterday afternoon", std::nullopt},
       {"", std::nullopt},
       {"31 Apr 2026 10:00", std::nullopt},
+      {"Nov 3 26 09:15", CivilTime{2026, 11, 3, 9, 15, 0}},
+      {"3 Nov 99 10:00", CivilTime{1999, 11, 3, 10, 0, 0}},
+      {"3 Nov 126 10:00", CivilTime{2026, 11, 3, 10, 0, 0}},
+      {"2026 Nov 3 10:00", CivilTime{2026, 11, 3, 10, 0, 0}},
+      {"31 Oct 2026 23:59:59", CivilTime{2026, 10, 31, 23, 59, 59}},
+      {"1 Jan 1900 00:00", CivilTime{1900, 1, 1, 0, 0, 0}},
+      {"31 Dec 1899 10:00", std::nullopt},
+      {"3 Nov 2026", std::nullopt},  // any one part missing
+      {"Nov 2026 10:00", std::nullopt},
+      {"3 2026 10:00", std::nullopt},
+      {"3 Nov 10:00", std::nullopt},
+      {"3 Nov 2026 10", std::nullopt},
       {"29 Feb 1900 10:00", std::nullopt},  // a century is no leap year ...
       {"29 Feb 2000 10:00", CivilTime{2000, 2, 29, 10, 0, 0}},  // ... unless it divides by 400
       {"1 Nov 2026 25:00", std::nullopt},

@@ -59,10 +59,11 @@ std::optional<CivilTime> ParseMailDate(std::string_view text) {
       for (size_t m = 0; m < kMonths.size(); ++m)
         if (lower == kMonths[m]) month = static_cast<int>(m) + 1;
     } else if (std::optional<int> n = Number(w)) {
-      if (!day && w.size() <= 2 && month == std::nullopt && *n >= 1 && *n <= 31) {
-        day = n;
-      } else if (!year && (w.size() == 4 || (day && month))) {
+      if (!year && day && month) {
+        // After day and month: the year, in any of the widths old programs wrote.
         year = w.size() <= 2 ? (*n < 50 ? 2000 + *n : 1900 + *n) : w.size() == 3 ? 1900 + *n : *n;
+      } else if (!year && w.size() == 4) {
+        year = n;
       } else if (!day && *n >= 1 && *n <= 31) {
         day = n;
       }
