@@ -6,12 +6,12 @@
 namespace corvina::simulator::mail {
 namespace {
 
-// Splits at `separator` outside "quotes", (comments) and <angle brackets>.
-std::vector<std::string_view> SplitOutside(std::string_view s, char separator) {
-  std::vector<std::string_view> out;
+// Calls `visit(i)` for each position of `s` outside "quoted strings" and (comments), where
+// the punctuation of an address list means nothing.
+template <typename Visit>
+void ForEachOutsideQuotes(std::string_view s, Visit visit) {
   bool quoted = false;
-  int comment = 0, angle = 0;
-  size_t from = 0;
+  int comment = 0;
   for (size_t i = 0; i < s.size(); ++i) {
     const char c = s[i];
     if (quoted) {
@@ -23,17 +23,38 @@ std::vector<std::string_view> SplitOutside(std::string_view s, char separator) {
       ++comment;
     } else if (c == ')' && comment > 0) {
       --comment;
-    } else if (c == '<' && comment == 0) {
+    } else if (comment == 0) {
+      visit(i);
+    }
+  }
+}
+
+// Splits at `separator` outside quotes, comments and <angle brackets>.
+std::vector<std::string_view> SplitOutside(std::string_view s, char separator) {
+  std::vector<std::string_view> out;
+  int angle = 0;
+  size_t from = 0;
+  ForEachOutsideQuotes(s, [&](size_t i) {
+    if (s[i] == '<') {
       ++angle;
-    } else if (c == '>' && angle > 0) {
+    } else if (s[i] == '>' && angle > 0) {
       --angle;
-    } else if (c == separator && comment == 0 && angle == 0) {
+    } else if (s[i] == separator && angle == 0) {
       out.push_back(s.substr(from, i - from));
       from = i + 1;
     }
-  }
+  });
   out.push_back(s.substr(from));
   return out;
+}
+
+// The last "<" outside quotes and comments: where the address of "name <address>" starts.
+size_t AngleOpen(std::string_view s) {
+  size_t found = std::string_view::npos;
+  ForEachOutsideQuotes(s, [&](size_t i) {
+    if (s[i] == '<') found = i;
+  });
+  return found;
 }
 
 // A display name as written: quoted strings unquoted, everything else as it stands, then
@@ -55,29 +76,6 @@ std::string DisplayName(std::string_view raw) {
                               (name.front() == '\'' && name.back() == '\'')))
     name = std::string(Trim(std::string_view(name).substr(1, name.size() - 2)));
   return name;
-}
-
-// The last "<" outside quotes and comments: where the address of "name <address>" starts.
-size_t AngleOpen(std::string_view s) {
-  size_t found = std::string_view::npos;
-  bool quoted = false;
-  int comment = 0;
-  for (size_t i = 0; i < s.size(); ++i) {
-    const char c = s[i];
-    if (quoted) {
-      if (c == '\\') ++i;
-      else if (c == '"') quoted = false;
-    } else if (c == '"') {
-      quoted = true;
-    } else if (c == '(') {
-      ++comment;
-    } else if (c == ')' && comment > 0) {
-      --comment;
-    } else if (c == '<' && comment == 0) {
-      found = i;
-    }
-  }
-  return found;
 }
 
 Mailbox ReadMailbox(std::string_view entry) {
