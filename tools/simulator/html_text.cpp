@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+#include "simulator/mail/charset.h"
+
 namespace corvina::simulator {
 namespace {
 
@@ -23,24 +25,6 @@ size_t SkipPast(std::string_view text, std::string_view needle, size_t from) {
                         });
   return it == text.end() ? std::string_view::npos
                           : static_cast<size_t>(it - text.begin()) + needle.size();
-}
-
-void AppendUtf8(std::string& out, uint32_t cp) {
-  if (cp < 0x80) {
-    out += static_cast<char>(cp);
-  } else if (cp < 0x800) {
-    out += static_cast<char>(0xC0 | (cp >> 6));
-    out += static_cast<char>(0x80 | (cp & 0x3F));
-  } else if (cp < 0x10000) {
-    out += static_cast<char>(0xE0 | (cp >> 12));
-    out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (cp & 0x3F));
-  } else {
-    out += static_cast<char>(0xF0 | (cp >> 18));
-    out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
-    out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (cp & 0x3F));
-  }
 }
 
 // Decodes the entity starting at html[i] == '&' into `out`; returns the length consumed
@@ -68,7 +52,7 @@ size_t DecodeEntity(std::string_view html, size_t i, std::string& out) {
                     [hex](unsigned char c) { return hex ? std::isxdigit(c) : std::isdigit(c); })) {
       uint32_t cp = static_cast<uint32_t>(std::stoul(digits, nullptr, hex ? 16 : 10));
       if (cp > 0 && cp <= 0x10FFFF) {
-        AppendUtf8(out, cp);
+        mail::AppendUtf8(out, cp);
         return semi - i + 1;
       }
     }

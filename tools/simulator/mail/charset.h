@@ -1,6 +1,7 @@
 #pragma once
 // Turning the bytes of a mail into UTF-8: text in a declared character set, and header text
 // written raw in 8 bits by programs that never heard of encoded words.
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -15,5 +16,8 @@ std::string RawTextToUtf8(std::string_view bytes);
 std::string CharsetToUtf8(std::string_view bytes, std::string_view charset);
 
 bool IsValidUtf8(std::string_view bytes);
+
+// Appends one code point in UTF-8.
+void AppendUtf8(std::string& out, uint32_t code_point);
 
 }  // namespace corvina::simulator::mail
