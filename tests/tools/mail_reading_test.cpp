@@ -28,6 +28,7 @@ TEST(TransferEncoding, DecodesDamagedInputAsFarAsItGoes) {
       {"quoted-printable", "soft= \r\nbreak  = \t\nwith blanks", "softbreak  with blanks"},
       {"quoted-printable", "bad =ZZ and ==", "bad =ZZ and ="},
       {"quoted-printable", "end=", "end"},
+      {"quoted-printable", "a==b=4", "a=b=4"},
       {"x-uuencode", "begin 644 a.txt\n#86)C\n`\nend\n", "abc"},
       // A line that lost its trailing blanks: "%86)C" says five bytes, the rest were zeros.
       {"uuencode", "begin 644 a.txt\r\n%86)C\r\nend\r\n", std::string("abc\0\0", 5)},
@@ -75,6 +76,7 @@ TEST(StructuredValue, FindsFileNamesHoweverTheyAreWritten) {
       {"attachment; filename=\"=?utf-8?B?0KTQsNC50LsucGRm?=\"", "\xD0\xA4\xD0\xB0\xD0\xB9\xD0\xBB.pdf"},
       {"attachment; filename*=utf-8''%E2%82%AC%20rate.txt", "\xE2\x82\xAC rate.txt"},
       {"attachment; filename*=iso-8859-1'fr'caf%E9.txt", "caf\xC3\xA9.txt"},
+      {"attachment; filename*=utf-8''100%25%2", "100%%2"},  // a cut escape stays text
       {"attachment; filename*1=\"two.txt\"; filename*0*=utf-8''part%20", "part two.txt"},
       {"attachment; filename=\"plain.txt\"; filename*=utf-8''better.txt", "better.txt"},
       {"attachment; filename=\"esc\\\"aped.txt\"", "esc\"aped.txt"},
@@ -111,6 +113,7 @@ TEST(Addresses, ShowWhatAMailProgramShows) {
   }
   EXPECT_EQ(ParseAddressList("undisclosed-recipients:;").size(), 0u);
   EXPECT_EQ(ParseAddressList("a@x.org, \"b, c\" <b@x.org>, d@x.org").size(), 3u);
+  EXPECT_EQ(ParseAddressList("a@x.org (Smith, (J.) John), b@x.org").size(), 2u);
 }
 
 TEST(MailDate, ReadsTheWallClockTimeOfLooseForms) {

@@ -102,7 +102,7 @@ TEST(SimulatorRun, NonAsciiNamesOfFoldersMailsAndAttachments) {
   const Result r = RunSim({"--profile", profile.string(), "--script", (root / "s.script").string(),
                            "--work", work.string()});
   EXPECT_EQ(r.exit_code, 0) << r.output;
-  EXPECT_TRUE(Has(r.output, "Inbox (" + (work / "mailbox").string() + "):")) << r.output;
+  EXPECT_TRUE(Has(r.output, "Inbox (" + (work / "mailbox").string() + "):\n")) << r.output;
   EXPECT_TRUE(Has(r.output, "new mail \"Late\"")) << r.output;
   EXPECT_TRUE(Has(r.output, "settings saved to " + (work / "settings.ini").string())) << r.output;
   for (const Name& n : names) {
@@ -177,6 +177,7 @@ TEST(SimulatorCommandLine, ArgumentsGiveExitCodeAndMessage) {
   };
   const Case cases[] = {
       {{"--help"}, 0, "--mailbox"},
+      {{"--help"}, 0, "2 a wrong command line or script.\n"},
       {{"--version"}, 0, std::string("corvina-sim ") + CORVINA_VERSION + "\n"},
       {{"--mailbox", mailbox, "--script", script, "--work", work}, 0, "script completed"},
       {{"--profile", (root / "no mailbox").string(), "--script", script, "--work", work}, 1,

@@ -23,7 +23,7 @@ bool IsFieldLine(std::string_view line) {
 struct EncodedWord {
   std::string charset;
   std::string bytes;  // decoded, still in `charset`
-  size_t end = 0;     // offset just past "?="
+  size_t end;         // offset just past "?="
 };
 
 // An encoded word starting at `at` ("=?"), or nullopt when the text there is not one.
@@ -87,14 +87,9 @@ std::string Unquote(std::string_view v, bool* quoted) {
 std::string PercentDecode(std::string_view v) {
   std::string out;
   for (size_t i = 0; i < v.size(); ++i) {
-    auto hex = [](char c) {
-      return c >= '0' && c <= '9'   ? c - '0'
-             : c >= 'a' && c <= 'f' ? c - 'a' + 10
-             : c >= 'A' && c <= 'F' ? c - 'A' + 10
-                                    : -1;
-    };
-    if (v[i] == '%' && i + 2 < v.size() && hex(v[i + 1]) >= 0 && hex(v[i + 2]) >= 0) {
-      out += static_cast<char>(hex(v[i + 1]) * 16 + hex(v[i + 2]));
+    const int byte = v[i] == '%' ? HexByte(v.substr(i + 1, 2)) : -1;
+    if (byte >= 0) {
+      out += static_cast<char>(byte);
       i += 2;
     } else {
       out += v[i];

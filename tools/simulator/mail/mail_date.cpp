@@ -54,7 +54,7 @@ std::optional<CivilTime> ParseMailDate(std::string_view text) {
       if (parts.size() < 2 || parts.size() > 3 || !parts[0] || !parts[1]) continue;
       hour = parts[0], minute = parts[1];
       second = parts.size() == 3 && parts[2] ? *parts[2] : 0;
-    } else if (!month && w.size() >= 3 && IsLetter(w[0])) {
+    } else if (!month && IsLetter(w[0])) {
       const std::string lower = Lower(w.substr(0, 3));
       for (size_t m = 0; m < kMonths.size(); ++m)
         if (lower == kMonths[m]) month = static_cast<int>(m) + 1;
@@ -69,8 +69,8 @@ std::optional<CivilTime> ParseMailDate(std::string_view text) {
       }
     }
   }
-  if (!day || !month || !year || !hour || !minute) return std::nullopt;
-  if (*year < 1900 || *year > 9999 || *day > DaysIn(*year, *month) || *hour > 23 ||
+  if (!day || !month || !year || !hour) return std::nullopt;  // the minute comes with the hour
+  if (*year < 1900 || *day > DaysIn(*year, *month) || *hour > 23 ||
       *minute > 59 || *second > 60)
     return std::nullopt;
   return CivilTime{*year, *month, *day, *hour, *minute, std::min(*second, 59)};

@@ -17,6 +17,17 @@ std::string_view Trim(std::string_view s) {
   return s;
 }
 
+int HexByte(std::string_view two) {
+  auto digit = [](char c) {
+    return c >= '0' && c <= '9'   ? c - '0'
+           : c >= 'a' && c <= 'f' ? c - 'a' + 10
+           : c >= 'A' && c <= 'F' ? c - 'A' + 10
+                                  : -1;
+  };
+  if (two.size() != 2 || digit(two[0]) < 0 || digit(two[1]) < 0) return -1;
+  return digit(two[0]) * 16 + digit(two[1]);
+}
+
 std::vector<Line> SplitLines(std::string_view text) {
   std::vector<Line> lines;
   size_t begin = 0;

@@ -11,6 +11,9 @@ std::string Lower(std::string_view s);
 bool IsBlank(char c);  // space, tab, CR, LF
 std::string_view Trim(std::string_view s);
 
+// The byte two hexadecimal digits (either case) stand for, or -1.
+int HexByte(std::string_view two);
+
 struct Line {
   std::string_view text;  // without its line end
   size_t begin = 0;       // offset of the line in the whole text

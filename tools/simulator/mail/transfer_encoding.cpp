@@ -16,13 +16,6 @@ int Base64Value(char c) {
   return -1;
 }
 
-int HexValue(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  return -1;
-}
-
 // One uuencoded line: its first character gives the byte count, then four characters carry
 // three bytes each. Blank and "`" both stand for zero.
 void DecodeUuLine(std::string_view line, std::string& out) {
@@ -94,8 +87,8 @@ std::string DecodeQuotedPrintable(std::string_view text) {
     } else if (text[i + 1] == '=') {  // "==" from broken encoders
       out += '=';
       ++i;
-    } else if (i + 2 < text.size() && HexValue(text[i + 1]) >= 0 && HexValue(text[i + 2]) >= 0) {
-      out += static_cast<char>(HexValue(text[i + 1]) * 16 + HexValue(text[i + 2]));
+    } else if (const int byte = HexByte(text.substr(i + 1, 2)); byte >= 0) {
+      out += static_cast<char>(byte);
       i += 2;
     } else {
       out += '=';
@@ -110,9 +103,8 @@ std::string DecodeQEncoding(std::string_view text) {
   for (size_t i = 0; i < text.size(); ++i) {
     if (text[i] == '_') {
       out += ' ';
-    } else if (text[i] == '=' && i + 2 < text.size() && HexValue(text[i + 1]) >= 0 &&
-               HexValue(text[i + 2]) >= 0) {
-      out += static_cast<char>(HexValue(text[i + 1]) * 16 + HexValue(text[i + 2]));
+    } else if (const int byte = text[i] == '=' ? HexByte(text.substr(i + 1, 2)) : -1; byte >= 0) {
+      out += static_cast<char>(byte);
       i += 2;
     } else {
       out += text[i];
