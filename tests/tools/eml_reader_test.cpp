@@ -119,6 +119,13 @@ TEST(ReadMail, ListsWhatMailProgramsListWhenHeadersAreMissing) {
       {"From MAILER-DAEMON Mon Nov  2 10:00:00 2026\nFrom: MAILER DAEMON <>\nDate: soon\n\nx",
        L"", L"MAILER DAEMON", true},
   };
+  // The body is read in its declared character set (koi8-r here, which the raw fallback
+  // would misread as windows-1252).
+  std::optional<MailFile> russian = ReadMail(
+      "From: a@x\nContent-Type: text/plain; charset=\"KOI8-R\"\n\n\xF0\xD2\xC9\xD7\xC5\xD4\n", file_time,
+      nullptr);
+  ASSERT_TRUE(russian);
+  EXPECT_EQ(russian->body, L"\u041F\u0440\u0438\u0432\u0435\u0442\r\n");
   for (const Case& c : cases) {
     SCOPED_TRACE(c.raw);
     std::optional<MailFile> mail = ReadMail(c.raw, file_time, nullptr);
@@ -160,6 +167,10 @@ TEST(ReadMail, FindsEveryAttachmentInDamagedStructures) {
        "Subject: Re: a/b\nContent-Type: text/plain; name=inner.txt\n\ninner\n--o--\n",
        {{L"p.png", "PNG"}, {L"Re_ a_b.eml", "Subject: Re: a/b\nContent-Type: text/plain; "
                                              "name=inner.txt\n\ninner"}}},
+      {"a picture with a Content-ID outside multipart/related is an ordinary attachment",
+       "From: a@x\nContent-Type: multipart/mixed; boundary=m\n\n--m\nContent-Type: image/png; "
+       "name=q.png\nContent-ID: <q1>\n\nQ\n--m--\n",
+       {{L"q.png", "Q"}}},
       {"the whole message is the attachment",
        "From: a@x\nContent-Disposition: attachment; filename=\"top.bin\"\n"
        "Content-Transfer-Encoding: base64\n\nAAEC\n",

@@ -56,6 +56,13 @@ TEST(HeaderText, DecodesEncodedWordsAndRawBytes) {
       {"=?iso-8859-8?B?+ezl7Q==?=", "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D"},
       {"=?ISO-2022-JP?B?GyRCJEYkOSRIGyhC?=", "\xE3\x81\xA6\xE3\x81\x99\xE3\x81\xA8"},
       {"=?x-unknown?Q?abc?=", "abc"},
+      // Names mail programs give sets that the converter knows by other names.
+      {"=?iso-8859-8-i?B?+ezl7Q==?=", "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D"},
+      {"=?iso-8859-8-e?B?+ezl7Q==?=", "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D"},
+      {"=?ks_c_5601-1987?B?x9GxuQ==?=", "\xED\x95\x9C\xEA\xB5\xAD"},
+      {"=?gb2312?B?6UY=?=", "\xE9\x95\x95"},  // a GBK character labelled gb2312
+      {"=?x-sjis?B?k/qWew==?=", "\xE6\x97\xA5\xE6\x9C\xAC"},
+      {"=?unicode-1-1-utf-8?B?w6k=?=", "\xC3\xA9"},
       {"=?utf-8?X?abc?=", "=?utf-8?X?abc?="},  // no such encoding: left as text
       {"caf\xE9", "caf\xC3\xA9"},                // raw Latin-1
       {"caf\xC3\xA9", "caf\xC3\xA9"},            // raw UTF-8
@@ -98,6 +105,7 @@ TEST(Addresses, ShowWhatAMailProgramShows) {
       {"=?utf-8?Q?=22Dupont=2C?= =?utf-8?Q?_Jean=22?= <jean@example.fr>", "Dupont, Jean",
        "jean@example.fr"},
       {"MAILER DAEMON <>", "MAILER DAEMON", ""},
+      {"\"Tom\\", "Tom\\", ""},  // a backslash at the very end escapes nothing
       {"tom@example.com", "tom@example.com", "tom@example.com"},
       {"<tom@example.com>", "tom@example.com", "tom@example.com"},
       {"tom@example.com (Tom Keller)", "Tom Keller", "tom@example.com"},
@@ -133,6 +141,9 @@ TEST(MailDate, ReadsTheWallClockTimeOfLooseForms) {
       {"Nov 3 26 09:15", CivilTime{2026, 11, 3, 9, 15, 0}},
       {"3 Nov 99 10:00", CivilTime{1999, 11, 3, 10, 0, 0}},
       {"3 Nov 126 10:00", CivilTime{2026, 11, 3, 10, 0, 0}},
+      {"3 Nov 049 10:00", CivilTime{1949, 11, 3, 10, 0, 0}},  // three digits: always 1900 +
+      {"3 November 2026 10:00", CivilTime{2026, 11, 3, 10, 0, 0}},
+      {"0 Nov 2026 10:00", std::nullopt},
       {"2026 Nov 3 10:00", CivilTime{2026, 11, 3, 10, 0, 0}},
       {"31 Oct 2026 23:59:59", CivilTime{2026, 10, 31, 23, 59, 59}},
       {"1 Jan 1900 00:00", CivilTime{1900, 1, 1, 0, 0, 0}},
@@ -146,6 +157,16 @@ TEST(MailDate, ReadsTheWallClockTimeOfLooseForms) {
       {"29 Feb 2000 10:00", CivilTime{2000, 2, 29, 10, 0, 0}},  // ... unless it divides by 400
       {"1 Nov 2026 25:00", std::nullopt},
   };
+  // Every month by its name in either case, on its last day and the day after.
+  const char* kNames[] = {"Jan", "feb", "MAR", "apr", "May", "jun", "Jul", "aug", "Sep", "oct", "Nov", "dec"};
+  for (int m = 1; m <= 12; ++m) {
+    const int last = m == 2 ? 28 : m == 4 || m == 6 || m == 9 || m == 11 ? 30 : 31;
+    const std::string month = std::string(" ") + kNames[m - 1] + " 2026 10:00";
+    std::optional<CivilTime> got = ParseMailDate(std::to_string(last) + month);
+    ASSERT_TRUE(got) << month;
+    EXPECT_EQ(FromCivil(*got), FromCivil({2026, m, last, 10, 0, 0})) << month;
+    EXPECT_FALSE(ParseMailDate(std::to_string(last + 1) + month)) << month;
+  }
   for (const Case& c : cases) {
     SCOPED_TRACE(c.text);
     std::optional<CivilTime> got = ParseMailDate(c.text);

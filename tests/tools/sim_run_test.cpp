@@ -113,6 +113,23 @@ TEST(SimulatorRun, NonAsciiNamesOfFoldersMailsAndAttachments) {
   }
 }
 
+// A settings.ini that is a folder can be neither read nor written: the log warns once, the
+// add-in runs on its defaults, and the transcript says the settings were not saved.
+TEST(SimulatorRun, SettingsFileThatIsAFolder) {
+  const fs::path root = Scratch("settings folder");
+  Write(root / "profile/mailbox/01.eml", Mail("One", "one.txt"));
+  fs::create_directories(root / "profile/settings.ini");
+  fs::create_directories(root / "profile/drive");
+  Write(root / "s.script", "start\nstop\n");
+  const Result r = RunSim({"--profile", (root / "profile").string(), "--script",
+                           (root / "s.script").string(), "--work", (root / "work").string()});
+  EXPECT_EQ(r.exit_code, 0) << r.output;
+  EXPECT_TRUE(Has(r.output, "\n  the settings could not be saved: ")) << r.output;
+  EXPECT_TRUE(Has(r.output, "| Warning | Settings file settings.ini cannot be read; every setting "
+                            "takes its default\n")) << r.output;
+  EXPECT_FALSE(Has(r.output, "settings saved to")) << r.output;
+}
+
 // What the transcript says: every action echoed as a script line, and only what happened. A
 // mail that cannot be read is named and skipped, and the Inbox counts only the others.
 TEST(SimulatorRun, TranscriptTellsWhatHappened) {
@@ -178,6 +195,9 @@ TEST(SimulatorCommandLine, ArgumentsGiveExitCodeAndMessage) {
   const Case cases[] = {
       {{"--help"}, 0, "--mailbox"},
       {{"--help"}, 0, "2 a wrong command line or script.\n"},
+      {{"--help"}, 0, "Runs the Corvina add-in in a simulated Outlook, driven by a script, and prints a"},
+      {{"--help"}, 0, "the script of actions (required)"},
+      {{"--help"}, 0, "and no settings"},
       {{"--version"}, 0, std::string("corvina-sim ") + CORVINA_VERSION + "\n"},
       {{"--mailbox", mailbox, "--script", script, "--work", work}, 0, "script completed"},
       {{"--profile", (root / "no mailbox").string(), "--script", script, "--work", work}, 1,

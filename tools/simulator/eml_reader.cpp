@@ -244,8 +244,8 @@ std::optional<MailFile> ReadEml(const std::string& path, std::string* error) {
   std::error_code ec;
   if (!std::filesystem::is_regular_file(path, ec)) return Fail(error, "no such file");
   std::ifstream in(path, std::ios::binary);
+  if (!in.is_open()) return Fail(error, "it cannot be read");
   std::string raw{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-  if (!in.is_open() || in.bad()) return Fail(error, "it cannot be read");
   return ReadMail(raw, FileTime(path), error);
 }
 

@@ -28,9 +28,13 @@ FileSettingsTree::FileSettingsTree(Faults& faults, fs::path file)
       name_(Label(file_.filename())) {
   std::error_code ec;
   if (!fs::exists(file_, ec)) return;
-  std::ifstream in(file_, std::ios::binary);
-  std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-  if (!in.is_open() || in.bad() || fs::is_directory(file_, ec)) {
+  std::string text;
+  // A folder opens as a file on Linux and then throws from the first read, so it is refused
+  // before any read.
+  std::ifstream in;
+  if (!fs::is_directory(file_, ec)) in.open(file_, std::ios::binary);
+  if (in.is_open()) text.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+  if (!in.is_open() || in.bad()) {
     problems_.emplace_back(0, kSource,
                            L"Settings file " + name_ + L" cannot be read; every setting takes "
                                                        L"its default");

@@ -18,14 +18,21 @@ constexpr char16_t kWindows1252High[32] = {
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 // Names mail programs write that this machine's converter spells differently.
+struct Alias {
+  std::string_view written, known;
+};
+constexpr Alias kAliases[] = {
+    {"iso-8859-8-i", "ISO-8859-8"},   {"iso-8859-8-e", "ISO-8859-8"},
+    {"ks_c_5601-1987", "CP949"},      {"gb2312", "GBK"},  // senders write GBK as gb2312
+    {"x-gbk", "GBK"},                 {"x-sjis", "SHIFT_JIS"},
+    {"unicode-1-1-utf-8", "UTF-8"},
+};
+
 std::string ConverterName(std::string_view charset) {
   std::string name = Lower(Trim(charset));
   if (size_t star = name.find('*'); star != std::string::npos) name.resize(star);  // a language
-  if (name == "iso-8859-8-i" || name == "iso-8859-8-e") return "ISO-8859-8";
-  if (name == "ks_c_5601-1987") return "CP949";
-  if (name == "gb2312" || name == "x-gbk") return "GBK";  // senders write GBK as gb2312
-  if (name == "x-sjis" || name == "shift-jis") return "SHIFT_JIS";
-  if (name == "unicode-1-1-utf-8" || name == "utf8") return "UTF-8";
+  for (const Alias& alias : kAliases)
+    if (name == alias.written) return std::string(alias.known);
   return name;
 }
 

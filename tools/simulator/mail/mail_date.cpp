@@ -64,13 +64,13 @@ std::optional<CivilTime> ParseMailDate(std::string_view text) {
         year = w.size() <= 2 ? (*n < 50 ? 2000 + *n : 1900 + *n) : w.size() == 3 ? 1900 + *n : *n;
       } else if (!year && w.size() == 4) {
         year = n;
-      } else if (!day && *n >= 1 && *n <= 31) {
+      } else if (!day) {
         day = n;
       }
     }
   }
   if (!day || !month || !year || !hour) return std::nullopt;  // the minute comes with the hour
-  if (*year < 1900 || *day > DaysIn(*year, *month) || *hour > 23 ||
+  if (*year < 1900 || *day < 1 || *day > DaysIn(*year, *month) || *hour > 23 ||
       *minute > 59 || *second > 60)
     return std::nullopt;
   return CivilTime{*year, *month, *day, *hour, *minute, std::min(*second, 59)};
