@@ -86,6 +86,7 @@ TEST(StructuredValue, FindsFileNamesHoweverTheyAreWritten) {
       {"attachment; filename*=utf-8''100%25%2", "100%%2"},  // a cut escape stays text
       {"attachment; filename*1=\"two.txt\"; filename*0*=utf-8''part%20", "part two.txt"},
       {"attachment; filename=\"plain.txt\"; filename*=utf-8''better.txt", "better.txt"},
+      {"attachment; filename=\"ends in\\\"", "ends in\\"},  // an escape with nothing to escape
       {"attachment; filename=\"esc\\\"aped.txt\"", "esc\"aped.txt"},
   };
   for (const Case& c : cases) {
@@ -156,6 +157,8 @@ TEST(MailDate, ReadsTheWallClockTimeOfLooseForms) {
       {"29 Feb 1900 10:00", std::nullopt},  // a century is no leap year ...
       {"29 Feb 2000 10:00", CivilTime{2000, 2, 29, 10, 0, 0}},  // ... unless it divides by 400
       {"1 Nov 2026 25:00", std::nullopt},
+      {"1 Nov 2026 10:60", std::nullopt},
+      {"1 Nov 2026 10:59:61", std::nullopt},
   };
   // Every month by its name in either case, on its last day and the day after.
   const char* kNames[] = {"Jan", "feb", "MAR", "apr", "May", "jun", "Jul", "aug", "Sep", "oct", "Nov", "dec"};

@@ -2,6 +2,7 @@
 // converted through the locale cannot hold a Cyrillic or Japanese name, so these runs show
 // that no name reaches such a conversion.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -187,6 +188,8 @@ TEST(SimulatorCommandLine, ArgumentsGiveExitCodeAndMessage) {
   Write(root / "s.script", "print hello\n");
   Write(root / "mailbox/01.eml", Mail("One", "one.txt"));
   fs::create_directories(root / "no mailbox/drive");
+  fs::create_directories(root / "piped");
+  ASSERT_EQ(::mkfifo((root / "piped/01.eml").c_str(), 0600), 0);
   struct Case {
     std::vector<std::string> args;
     int exit_code;
@@ -211,6 +214,9 @@ TEST(SimulatorCommandLine, ArgumentsGiveExitCodeAndMessage) {
       {{"--mailbox", mailbox, "--script", script, "extra"}, 2, "not expected: extra"},
       {{"--mailbox", (root / "none").string(), "--script", script}, 2, "does not exist"},
       {{"--mailbox", mailbox, "--script", script, "--work", mailbox}, 2, "overlaps"},
+      // A pipe among the mails cannot be copied: the run stops before it starts.
+      {{"--mailbox", (root / "piped").string(), "--script", script, "--work", work}, 1,
+       "cannot copy " + (root / "piped").string() + " to "},
   };
   for (const Case& c : cases) {
     const Result r = RunSim(c.args);

@@ -116,9 +116,8 @@ int main(int argc, char** argv) {
   if (ec) {
     std::cerr << "corvina-sim: cannot copy " << Utf8Of(source) << " to " << Utf8Of(copy_to) << ": "
               << ec.message() << '\n';
-    return kUsageError;
+    return 1;  // the sources could not be read, as a mailbox that cannot be listed
   }
-  fs::create_directories(work_folder / "drive", ec);
 
   std::cout << "Corvina simulator: " << (profile.empty() ? "mailbox " : "profile ") << Utf8Of(source)
             << ", script " << script_file << ", drive C: = " << Utf8Of(work_folder / "drive")
