@@ -126,6 +126,12 @@ TEST(ReadMail, ListsWhatMailProgramsListWhenHeadersAreMissing) {
       nullptr);
   ASSERT_TRUE(russian);
   EXPECT_EQ(russian->body, L"\u041F\u0440\u0438\u0432\u0435\u0442\r\n");
+  // A part without any header is plain text: the body.
+  std::optional<MailFile> bare = ReadMail(
+      "From: a@x\nContent-Type: multipart/mixed; boundary=b\n\n--b\n\nno headers\n--b--\n", file_time,
+      nullptr);
+  ASSERT_TRUE(bare);
+  EXPECT_EQ(bare->body, L"no headers");
   for (const Case& c : cases) {
     SCOPED_TRACE(c.raw);
     std::optional<MailFile> mail = ReadMail(c.raw, file_time, nullptr);
@@ -171,6 +177,9 @@ TEST(ReadMail, FindsEveryAttachmentInDamagedStructures) {
        "From: a@x\nContent-Type: multipart/mixed; boundary=m\n\n--m\nContent-Type: image/png; "
        "name=q.png\nContent-ID: <q1>\n\nQ\n--m--\n",
        {{L"q.png", "Q"}}},
+      {"a digest's parts are messages unless they say otherwise",
+       "From: a@x\nContent-Type: multipart/digest; boundary=d\n\n--d\n\nSubject: D\n\nd\n--d--\n",
+       {{L"D.eml", "Subject: D\n\nd"}}},
       {"the whole message is the attachment",
        "From: a@x\nContent-Disposition: attachment; filename=\"top.bin\"\n"
        "Content-Transfer-Encoding: base64\n\nAAEC\n",

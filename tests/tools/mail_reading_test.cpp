@@ -1,6 +1,8 @@
 // The pieces of mail reading, each against the damaged forms real mail arrives in.
 #include <gtest/gtest.h>
 
+#include <cctype>
+
 #include "simulator/eml_reader.h"
 #include "simulator/mail/address.h"
 #include "simulator/mail/charset.h"
@@ -164,11 +166,15 @@ TEST(MailDate, ReadsTheWallClockTimeOfLooseForms) {
   const char* kNames[] = {"Jan", "feb", "MAR", "apr", "May", "jun", "Jul", "aug", "Sep", "oct", "Nov", "dec"};
   for (int m = 1; m <= 12; ++m) {
     const int last = m == 2 ? 28 : m == 4 || m == 6 || m == 9 || m == 11 ? 30 : 31;
-    const std::string month = std::string(" ") + kNames[m - 1] + " 2026 10:00";
-    std::optional<CivilTime> got = ParseMailDate(std::to_string(last) + month);
-    ASSERT_TRUE(got) << month;
-    EXPECT_EQ(FromCivil(*got), FromCivil({2026, m, last, 10, 0, 0})) << month;
-    EXPECT_FALSE(ParseMailDate(std::to_string(last + 1) + month)) << month;
+    for (bool upper : {false, true}) {
+      std::string name = kNames[m - 1];
+      for (char& c : name) c = upper ? static_cast<char>(std::toupper(c)) : c;
+      const std::string month = " " + name + " 2026 10:00";
+      std::optional<CivilTime> got = ParseMailDate(std::to_string(last) + month);
+      ASSERT_TRUE(got) << month;
+      EXPECT_EQ(FromCivil(*got), FromCivil({2026, m, last, 10, 0, 0})) << month;
+      EXPECT_FALSE(ParseMailDate(std::to_string(last + 1) + month)) << month;
+    }
   }
   for (const Case& c : cases) {
     SCOPED_TRACE(c.text);
