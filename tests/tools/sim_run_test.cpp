@@ -216,7 +216,9 @@ TEST(SimulatorCommandLine, ArgumentsGiveExitCodeAndMessage) {
       {{"--mailbox", mailbox, "--script", script, "--work", mailbox}, 2, "overlaps"},
       // A pipe among the mails cannot be copied: the run stops before it starts.
       {{"--mailbox", (root / "piped").string(), "--script", script, "--work", work}, 1,
-       "cannot copy " + (root / "piped").string() + " to "},
+       "cannot copy " + (root / "piped").string() + " to " + work + "/mailbox: "},
+      {{"--mailbox", mailbox, "--script", script, "--work", work}, 0,
+       ", script " + script + ", drive C: = " + work + "/drive\n"},
   };
   for (const Case& c : cases) {
     const Result r = RunSim(c.args);

@@ -46,7 +46,7 @@ struct ContentType {
 ContentType ReadContentType(const HeaderBlock& headers, std::string_view fallback) {
   ContentType ct;
   std::optional<std::string_view> raw = headers.Find("Content-Type");
-  ct.header = mail::ParseStructuredValue(raw.value_or(""));
+  ct.header = mail::ParseStructuredValue(raw ? *raw : std::string_view());
   std::string_view value = ct.header.value;
   size_t slash = value.find('/');
   if (slash == std::string_view::npos || slash == 0 || slash + 1 == value.size()) {
