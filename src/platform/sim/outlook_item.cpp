@@ -73,6 +73,7 @@ class SimItem final : public outlook::Item {
     d_->unread = false;
     d_->sent_on = store_.now;
     if (d_->folder != 0) store_.Move(d_, outlook::olFolderSentMail);
+    if (store_.on_send) store_.on_send(d_);
   }
 
   // To Deleted Items; deleting from Deleted Items removes the item for good.

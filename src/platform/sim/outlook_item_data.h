@@ -26,7 +26,10 @@ struct SimItemData {
   std::wstring subject;
   std::wstring body;
   std::wstring sender_name;
-  std::wstring to;
+  std::wstring sender_address;
+  // Recipients as typed: addresses or "Name <address>", separated by ";" or ",". Cc and Bcc
+  // have no object-model members here; a test or the simulator sets them.
+  std::wstring to, cc, bcc;
   // Every item has a delivery time in the store, even a report whose object model has no
   // ReceivedTime: filters and sorts use it. The store sets it to the creation time when it is
   // left at zero (and the creation time to it, the other way round).

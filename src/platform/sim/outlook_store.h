@@ -7,6 +7,7 @@
 // The store must outlive every object-model object handed out over it. Nothing here is a
 // counted object-model call: these are the test's hands and Outlook's own doings.
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -95,6 +96,9 @@ class SimStore {
   SimEvent& new_inspector() { return new_inspector_; }
   SimEvent& startup() { return startup_; }
   uint64_t attachments_saved = 0;  // successful Attachment.SaveAsFile calls
+  // Called with each item that MailItem.Send has moved to Sent Items: where a mail server
+  // takes it (MailServer sets it).
+  std::function<void(const SimItemPtr&)> on_send;
   int32_t address_list_count = 1;                 // AddressLists.Count; 0 = no address book
   Date now = FromCivil({2024, 1, 15, 12, 0, 0});  // time stamped on created and sent items
   // What closing and restarting Outlook does to the windows' bars (temporary ones vanish).
