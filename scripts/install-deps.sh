@@ -24,7 +24,7 @@ install() {
 }
 
 native=$(missing build-essential cmake ninja-build pkg-config git python3 \
-                 googletest libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev)
+                 googletest libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev libgmime-3.0-dev)
 if [ -n "$native" ]; then
   apt_update
   install $native
