@@ -114,6 +114,8 @@ TEST(ReadMail, ListsWhatMailProgramsListWhenHeadersAreMissing) {
     bool dated_by_file;
   } cases[] = {
       {"Subject: hello\n\nno sender, no date\n", L"hello", L"", true},
+      // A header name with a byte outside ASCII is no header: the body starts there.
+      {"From: a@x\nX-\xC3\x84: y\nSubject: s\n\nbody", L"", L"a@x", true},
       {"  \r\n\r\nFrom: a@example.com\r\nDate: 2 Nov 2026 10:00\r\n\r\nbody", L"", L"a@example.com",
        false},
       {"From MAILER-DAEMON Mon Nov  2 10:00:00 2026\nFrom: MAILER DAEMON <>\nDate: soon\n\nx",
@@ -126,6 +128,11 @@ TEST(ReadMail, ListsWhatMailProgramsListWhenHeadersAreMissing) {
       nullptr);
   ASSERT_TRUE(russian);
   EXPECT_EQ(russian->body, L"\u041F\u0440\u0438\u0432\u0435\u0442\r\n");
+  // An HTML body's character references, past the first plane too.
+  std::optional<MailFile> html =
+      ReadMail("From: a@x\nContent-Type: text/html\n\n<p>&#128512; &amp; co</p>", file_time, nullptr);
+  ASSERT_TRUE(html);
+  EXPECT_EQ(html->body, L"\U0001F600 & co");
   // A part without any header is plain text: the body.
   std::optional<MailFile> bare = ReadMail(
       "From: a@x\nContent-Type: multipart/mixed; boundary=b\n\n--b\n\nno headers\n--b--\n", file_time,

@@ -68,6 +68,7 @@ TEST(HeaderText, DecodesEncodedWordsAndRawBytes) {
       {"=?utf-8?X?abc?=", "=?utf-8?X?abc?="},  // no such encoding: left as text
       {"caf\xE9", "caf\xC3\xA9"},                // raw Latin-1
       {"caf\xC3\xA9", "caf\xC3\xA9"},            // raw UTF-8
+      {"smile \xF0\x9F\x98\x80", "smile \xF0\x9F\x98\x80"},  // four bytes
       {"\x93quoted\x94", "\xE2\x80\x9Cquoted\xE2\x80\x9D"},  // windows-1252
   };
   for (const Case& c : cases) {
@@ -85,6 +86,8 @@ TEST(StructuredValue, FindsFileNamesHoweverTheyAreWritten) {
       {"attachment; filename=\"=?utf-8?B?0KTQsNC50LsucGRm?=\"", "\xD0\xA4\xD0\xB0\xD0\xB9\xD0\xBB.pdf"},
       {"attachment; filename*=utf-8''%E2%82%AC%20rate.txt", "\xE2\x82\xAC rate.txt"},
       {"attachment; filename*=iso-8859-1'fr'caf%E9.txt", "caf\xC3\xA9.txt"},
+      {"attachment; filename*=koi8-r''%F0%D2%C9", "\xD0\x9F\xD1\x80\xD0\xB8"},
+      {"attachment; filename*x=\"bad.txt\"; filename=good.txt", "good.txt"},  // no number
       {"attachment; filename*=utf-8''100%25%2", "100%%2"},  // a cut escape stays text
       {"attachment; filename*1=\"two.txt\"; filename*0*=utf-8''part%20", "part two.txt"},
       {"attachment; filename=\"plain.txt\"; filename*=utf-8''better.txt", "better.txt"},
@@ -160,6 +163,7 @@ TEST(MailDate, ReadsTheWallClockTimeOfLooseForms) {
       {"29 Feb 2000 10:00", CivilTime{2000, 2, 29, 10, 0, 0}},  // ... unless it divides by 400
       {"1 Nov 2026 25:00", std::nullopt},
       {"1 Nov 2026 10:60", std::nullopt},
+      {"1 Nov 2026 10:1a", std::nullopt},
       {"1 Nov 2026 10:59:61", std::nullopt},
   };
   // Every month by its name in either case, on its last day and the day after.

@@ -10,6 +10,9 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <cstdlib>
+#include <iterator>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -181,6 +184,46 @@ TEST(SimulatorRun, TranscriptTellsWhatHappened) {
   }
 }
 
+// The transcripts of the sample scripts, line for line: they are what a newcomer reads first,
+// so every word of them is pinned. After a deliberate change, regenerate the expected files by
+// running this test with CORVINA_UPDATE_TRANSCRIPTS=1 and read the difference.
+TEST(SimulatorRun, SampleTranscriptsAreAsExpected) {
+  const std::string samples = CORVINA_SAMPLES_DIR;
+  const fs::path expected_dir = fs::path(samples) / "../tests/data/transcripts";
+  struct Case {
+    std::string name;
+    std::vector<std::string> args;
+  } cases[] = {
+      {"demo", {"--profile", samples + "/profile", "--script", samples + "/demo.script"}},
+      {"two-users", {"--script", samples + "/two-users.script"}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    const fs::path work = Scratch("golden-" + c.name);
+    std::vector<std::string> args = c.args;
+    args.insert(args.end(), {"--work", work.string()});
+    Result r = RunSim(args);
+    EXPECT_EQ(r.exit_code, 0);
+    // The folders of this machine are not part of what the transcript says.
+    for (const auto& [from, to] : {std::pair{work.string(), std::string("<work>")},
+                                   std::pair{samples, std::string("samples")}}) {
+      for (size_t at; (at = r.output.find(from)) != std::string::npos;) r.output.replace(at, from.size(), to);
+    }
+    const fs::path file = expected_dir / (c.name + ".txt");
+    if (std::getenv("CORVINA_UPDATE_TRANSCRIPTS")) Write(file, r.output);
+    std::ifstream in(file, std::ios::binary);
+    const std::string expected{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    // Compared line by line, so a failure names the first line that differs.
+    std::istringstream got_lines(r.output), want_lines(expected);
+    std::string got, want;
+    for (int line = 1; std::getline(want_lines, want); ++line) {
+      ASSERT_TRUE(std::getline(got_lines, got)) << "the transcript ends before line " << line;
+      ASSERT_EQ(got, want) << "line " << line;
+    }
+    EXPECT_FALSE(std::getline(got_lines, got)) << "the transcript goes on: " << got;
+  }
+}
+
 TEST(SimulatorCommandLine, ArgumentsGiveExitCodeAndMessage) {
   const fs::path root = Scratch("cli");
   const std::string script = (root / "s.script").string(), mailbox = (root / "mailbox").string(),
@@ -205,10 +248,16 @@ TEST(SimulatorCommandLine, ArgumentsGiveExitCodeAndMessage) {
       {{"--mailbox", mailbox, "--script", script, "--work", work}, 0, "script completed"},
       {{"--profile", (root / "no mailbox").string(), "--script", script, "--work", work}, 1,
        "cannot read the mailbox folder"},
-      {{}, 2, "one of --profile or --mailbox"},
-      {{"--mailbox", mailbox}, 2, "--script is required"},
-      {{"--script", script}, 2, "one of --profile or --mailbox"},
-      {{"--mailbox", mailbox, "--profile", mailbox, "--script", script}, 2, "not both"},
+      {{}, 2, "--script is required"},
+      {{"--mailbox", mailbox}, 2, "--script is required (see corvina-sim --help)"},
+      {{"--script", script}, 2, "one of --profile, --mailbox or --user is required"},
+      {{"--mailbox", mailbox, "--profile", mailbox, "--script", script}, 2, "not two of them"},
+      {{"--user", "ann=" + mailbox, "--profile", mailbox, "--script", script}, 2, "not two of them"},
+      {{"--user", "ann", "--script", script}, 2, "--user expects NAME=DIR, not ann"},
+      {{"--user", "ann=" + mailbox, "--user", "ANN=" + mailbox, "--script", script}, 2,
+       "the user ANN is given twice"},
+      {{"--user", "ann=" + (root / "none").string(), "--script", script}, 2,
+       "the profile folder of ann does not exist"},
       {{"--colour"}, 2, "not expected: --colour"},
       {{"--mailbox", mailbox, "--script"}, 2, "--script: 1 required"},
       {{"--mailbox", mailbox, "--script", script, "extra"}, 2, "not expected: extra"},

@@ -3,12 +3,14 @@
 //
 //   corvina-sim --profile DIR --script FILE [--work DIR]
 //   corvina-sim --mailbox DIR --script FILE [--work DIR]
+//   corvina-sim --user anna=DIR --user ben=DIR ... --script FILE [--work DIR]
 //
 // A profile holds mailbox/ (.eml files), optionally settings.ini, and drive/ (mapped to C:). It
 // is copied to the work folder first (default ./corvina-sim-run), so the sample stays as it is
 // and a person can open every file the run wrote. --mailbox takes a folder of .eml files alone:
 // the work folder becomes a profile with that mailbox, an empty drive and no settings file
-// until the add-in writes one.
+// until the add-in writes one. Several users (--user, or `user name=DIR` lines of the script,
+// DIR relative to the script) each get work/<name>/, a copy of their profile.
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
@@ -17,13 +19,15 @@
 #include <iterator>
 #include <string>
 
+#include "base/text.h"
 #include "simulator/profile_run.h"
 #include "simulator/script.h"
+#include "simulator/simulation.h"
 
 namespace fs = std::filesystem;
 using corvina::simulator::HostPath;
-using corvina::simulator::ProfilePaths;
-using corvina::simulator::ProfileRun;
+using corvina::simulator::Simulation;
+using corvina::simulator::UserSpec;
 using corvina::simulator::Utf8Of;
 
 namespace {
@@ -62,6 +66,7 @@ int main(int argc, char** argv) {
                "a transcript of what a user would see and what was written.",
                "corvina-sim"};
   std::string profile, mailbox, script_file, work = "corvina-sim-run";
+  std::vector<std::string> user_options;
   // Which of --profile and --mailbox, and --script, are required is checked after parsing:
   // CLI11 checks requirements before it looks for unknown arguments, and a misspelt option
   // is the better thing to report.
@@ -77,6 +82,10 @@ int main(int argc, char** argv) {
                      "and no settings")
           ->type_name("DIR")
           ->check(folder);
+  app.add_option("--user", user_options,
+                     "instead of --profile: a user NAME with a profile folder DIR; give it once per "
+                     "user (the script chooses whose actions follow with `as NAME`)")
+          ->type_name("NAME=DIR");
   auto* script_option = app.add_option("--script", script_file, "the script of actions (required)")
                             ->type_name("FILE")
                             ->check(CLI::Validator(CLI::ExistingFile).description(""));
@@ -93,40 +102,88 @@ int main(int argc, char** argv) {
   } catch (const CLI::ParseError& e) {
     return Refuse(e.what());
   }
-  if (profile_option->count() + mailbox_option->count() == 0)
-    return Refuse("one of --profile or --mailbox is required");
-  if (profile_option->count() + mailbox_option->count() > 1)
-    return Refuse("give --profile or --mailbox, not both");
   if (script_option->count() == 0) return Refuse("--script is required");
   if (work.empty()) return Refuse("--work needs a folder");
-  const fs::path source = HostPath(profile.empty() ? mailbox : profile);
-  const fs::path work_folder = HostPath(work);
-  if (Overlaps(source, work_folder))
-    return Refuse("the work folder " + work + " overlaps " + Utf8Of(source));
-
   auto script = corvina::simulator::LoadScript(script_file);
   for (const auto& error : script.errors) std::cerr << error << '\n';
   if (!script.ok()) return kUsageError;
 
+  // Users from the command line or from the script's `user` lines (folders relative to it).
+  std::vector<std::pair<std::string, fs::path>> users;
+  for (const std::string& option : user_options) {
+    const size_t equals = option.find('=');
+    if (equals == 0 || equals == std::string::npos || equals + 1 == option.size())
+      return Refuse("--user expects NAME=DIR, not " + option);
+    users.emplace_back(option.substr(0, equals), HostPath(option.substr(equals + 1)));
+  }
+  for (const auto& action : script.actions) {
+    if (action.verb != corvina::simulator::Verb::kUser) continue;
+    if (!user_options.empty()) return Refuse("give the users on the command line or in the script, not both");
+    const std::string text = corvina::ToUtf8(action.text);
+    const size_t equals = text.find('=');
+    users.emplace_back(text.substr(0, equals),
+                       HostPath(Utf8Of(fs::path(script_file).parent_path())) /
+                           HostPath(text.substr(equals + 1)));
+  }
+  const size_t sources = profile_option->count() + mailbox_option->count() + (users.empty() ? 0 : 1);
+  if (sources == 0) return Refuse("one of --profile, --mailbox or --user is required");
+  if (sources > 1) return Refuse("give --profile, --mailbox or users, not two of them");
+  for (size_t i = 0; i < users.size(); ++i) {
+    for (size_t k = 0; k < i; ++k)
+      if (corvina::EqualsIgnoreCase(corvina::FromUtf8(users[k].first), corvina::FromUtf8(users[i].first)))
+        return Refuse("the user " + users[i].first + " is given twice");
+    std::error_code ec;
+    if (!fs::is_directory(users[i].second, ec))
+      return Refuse("the profile folder of " + users[i].first + " does not exist: " + Utf8Of(users[i].second));
+  }
+
+  const fs::path work_folder = HostPath(work);
+  // What is copied where: one profile (or mailbox) is the work folder itself; each of several
+  // users gets a folder of their own in it.
+  std::vector<std::pair<fs::path, fs::path>> copies;
+  std::vector<UserSpec> specs;
+  if (users.empty()) {
+    const fs::path source = HostPath(profile.empty() ? mailbox : profile);
+    copies.emplace_back(source, profile.empty() ? work_folder / "mailbox" : work_folder);
+    specs.push_back({L"user", work_folder});
+  } else {
+    for (const auto& [name, profile_folder] : users) {
+      copies.emplace_back(profile_folder, work_folder / HostPath(name));
+      specs.push_back({corvina::FromUtf8(name), work_folder / HostPath(name)});
+    }
+  }
+  for (const auto& [source, target] : copies)
+    if (Overlaps(source, work_folder))
+      return Refuse("the work folder " + work + " overlaps " + Utf8Of(source));
+
   std::error_code ec;
   fs::remove_all(work_folder, ec);
   fs::create_directories(work_folder, ec);
-  const fs::path copy_to = profile.empty() ? work_folder / "mailbox" : work_folder;
-  fs::copy(source, copy_to, fs::copy_options::recursive, ec);
-  if (ec) {
-    std::cerr << "corvina-sim: cannot copy " << Utf8Of(source) << " to " << Utf8Of(copy_to) << ": "
-              << ec.message() << '\n';
-    return 1;  // the sources could not be read, as a mailbox that cannot be listed
+  for (const auto& [source, target] : copies) {
+    fs::create_directories(target, ec);
+    fs::copy(source, target, fs::copy_options::recursive, ec);
+    if (ec) {
+      std::cerr << "corvina-sim: cannot copy " << Utf8Of(source) << " to " << Utf8Of(target) << ": "
+                << ec.message() << '\n';
+      return 1;  // the sources could not be read, as a mailbox that cannot be listed
+    }
   }
 
-  std::cout << "Corvina simulator: " << (profile.empty() ? "mailbox " : "profile ") << Utf8Of(source)
-            << ", script " << script_file << ", drive C: = " << Utf8Of(work_folder / "drive")
-            << "\n\n";
-  ProfileRun run(ProfilePaths{work_folder / "mailbox", work_folder / "settings.ini", work_folder / "drive"},
-                 std::cout);
-  if (!run.LoadMailbox()) return 1;
+  std::cout << "Corvina simulator: ";
+  if (users.empty()) {
+    std::cout << (profile.empty() ? "mailbox " : "profile ") << Utf8Of(copies[0].first) << ", script "
+              << script_file << ", drive C: = " << Utf8Of(work_folder / "drive") << "\n\n";
+  } else {
+    std::cout << users.size() << " users, script " << script_file << "\n";
+    for (const auto& [name, profile_folder] : users)
+      std::cout << "  " << name << ": profile " << Utf8Of(profile_folder) << ", drive C: = "
+                << Utf8Of(work_folder / HostPath(name) / "drive") << '\n';
+    std::cout << '\n';
+  }
+  Simulation simulation(specs, std::cout);
+  if (!simulation.LoadMailboxes()) return 1;
   std::cout << '\n';
-  const int failures = run.Run(script);
+  const int failures = simulation.Run(script);
   std::cout << '\n' << (failures == 0 ? "script completed" : std::to_string(failures) + " actions failed") << '\n';
   return failures == 0 ? 0 : 1;
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <system_error>
+#include <utility>
 
 #include "base/text.h"
 #include "platform/path.h"
@@ -67,9 +68,10 @@ std::string Utf8Of(const fs::path& path) {
 
 std::wstring TextOf(const fs::path& path) { return FromUtf8(Utf8Of(path)); }
 
-ProfileRun::ProfileRun(ProfilePaths paths, std::ostream& out)
+ProfileRun::ProfileRun(ProfilePaths paths, std::ostream& out, std::wstring prefix)
     : paths_(std::move(paths)),
       out_(out),
+      prefix_(std::move(prefix)),
       files_(faults_),
       settings_(faults_, paths_.settings),
       recorded_ui_(faults_),
@@ -91,7 +93,13 @@ ProfileRun::ProfileRun(ProfilePaths paths, std::ostream& out)
 
 ProfileRun::~ProfileRun() = default;
 
-void ProfileRun::Say(const std::wstring& line) { out_ << ToUtf8(line) << '\n'; }
+void ProfileRun::Say(const std::wstring& text) {
+  // Every line of a text carries the prefix, so a reader can follow one user with grep.
+  size_t from = 0;
+  for (size_t end; (end = text.find(L'\n', from)) != std::wstring::npos; from = end + 1)
+    out_ << ToUtf8(prefix_ + text.substr(from, end - from)) << '\n';
+  out_ << ToUtf8(prefix_ + text.substr(from)) << '\n';
+}
 
 void ProfileRun::Echo(const std::wstring& line) {
   const sim::UiEvent& event = recorded_ui_.events().back();  // the event this line describes
@@ -153,23 +161,21 @@ bool ProfileRun::LoadMailbox() {
   return true;
 }
 
-int ProfileRun::Run(const Script& script) {
-  int failures = 0;
-  for (const Action& action : script.actions) {
-    if (action.verb == Verb::kPrint) {
-      Say(L"");
-      Say(action.text);
-      continue;
-    }
-    Say(L"> " + FormatAction(action));
-    const bool done = Do(action);
-    PrintSavedCount();
-    if (!done) {
-      ++failures;
-      Say(L"  ! line " + std::to_wstring(action.line) + L" could not be carried out");
-    }
-    PrintFileChanges();
-  }
+bool ProfileRun::Perform(const Action& action) {
+  Say(L"> " + FormatAction(action));
+  const size_t deleted_before = store_.Folder(outlook::olFolderDeletedItems).items.size();
+  const bool done = Do(action);
+  PrintSavedCount();
+  if (!done) Say(L"  ! line " + std::to_wstring(action.line) + L" could not be carried out");
+  // Whatever a feature deleted is kept in Deleted Items, as Outlook does: the transcript says so.
+  const auto& deleted = store_.Folder(outlook::olFolderDeletedItems).items;
+  for (size_t i = deleted_before; i < deleted.size(); ++i)
+    Say(L"  [deleted] \"" + deleted[i]->subject + L"\" is in Deleted Items");
+  PrintFileChanges();
+  return done;
+}
+
+void ProfileRun::Finish() {
   if (addin_) {
     Say(L"# the script ends while Outlook runs");
     Say(L"> stop");
@@ -179,7 +185,59 @@ int ProfileRun::Run(const Script& script) {
   if (ui_.pending() > 0)
     Say(L"  (" + std::to_wstring(ui_.pending()) + L" queued answers were never asked for)");
   PrintLog();
-  return failures;
+}
+
+void ProfileRun::AdvanceClock(double seconds) {
+  clock_.Advance(seconds);
+  store_.now = clock_.Now();
+}
+
+std::wstring ProfileRun::Address(const std::wstring& fallback) {
+  std::optional<std::wstring> chat = settings_.Read(L"Vireo", L"Chat", L"ChatEmail");
+  return chat && !Trim(*chat).empty() ? Trim(*chat) : fallback;
+}
+
+bool ProfileRun::SendMail(const std::wstring& to, const std::wstring& subject) {
+  try {
+    auto mail = application_->CreateItem(outlook::olMailItem);
+    mail->SetTo(to);
+    mail->SetSubject(subject);
+    mail->SetBody(L"Written by the simulator at " + FormatGeneralDate(store_.now) + L".");
+    for (const std::wstring& file : std::exchange(attachments_to_send_, {}))
+      mail->Attachments()->Add(file);
+    mail->Send();
+    return true;
+  } catch (const Error& e) {
+    Say(L"  the mail could not be sent: " + e.description());
+    return false;
+  }
+}
+
+bool ProfileRun::DeleteMail(int32_t position) {
+  const auto& inbox = store_.Inbox().items;
+  if (position < 1 || static_cast<size_t>(position) > inbox.size()) {
+    Say(L"  there is no Inbox item " + std::to_wstring(position));
+    return false;
+  }
+  try {
+    application_->GetNamespace(L"MAPI")
+        ->GetDefaultFolder(outlook::olFolderInbox)
+        ->Items()
+        ->Item(position)
+        ->Delete();
+    return true;
+  } catch (const Error& e) {
+    Say(L"  the mail could not be deleted: " + e.description());
+    return false;
+  }
+}
+
+void ProfileRun::ShowDeleted() {
+  const auto& items = store_.Folder(outlook::olFolderDeletedItems).items;
+  Say(L"  Deleted Items (" + std::to_wstring(items.size()) + L"):");
+  for (size_t i = 0; i < items.size(); ++i)
+    Say(L"    " + std::to_wstring(i + 1) + L". \"" + items[i]->subject + L"\" from " +
+        items[i]->sender_name);
 }
 
 bool ProfileRun::Do(const Action& action) {
@@ -194,11 +252,10 @@ bool ProfileRun::Do(const Action& action) {
     case Verb::kClickInspector: return Click(L"VireoInspector", action.text, nullptr);
     case Verb::kCombo: return Click(L"Vireo", action.text, &action.choice);
     case Verb::kAnswer: ui_.Push(action.answer); return true;
-    case Verb::kAdvance:
-      clock_.Advance(60.0 * (action.numbers.empty() ? 0 : action.numbers[0]));
-      store_.now = clock_.Now();
-      Say(L"  now " + FormatGeneralDate(store_.now));
-      return true;
+    case Verb::kSend: return SendMail(action.text, action.choice);
+    case Verb::kShow: ShowDeleted(); return true;
+    case Verb::kAttach: attachments_to_send_.push_back(action.text); return true;
+    case Verb::kDelete: return !action.numbers.empty() && DeleteMail(action.numbers[0]);
     case Verb::kChooseFolder:
       if (action.numbers.empty()) return false;
       recorded_ui_.QueueFolderMenuChoice(action.numbers[0]);
@@ -220,7 +277,13 @@ bool ProfileRun::Do(const Action& action) {
       });
       return true;
     }
-    case Verb::kPrint: return true;
+    case Verb::kPrint:
+    case Verb::kAdvance:
+    case Verb::kUser:
+    case Verb::kAs:
+    case Verb::kHoldMail:
+    case Verb::kDeliverHeld:
+      return true;  // the simulation's own, not a user's
   }
   return false;
 }

@@ -41,19 +41,37 @@ struct ProfilePaths {
 // The folder the add-in is installed in, on the mapped drive.
 inline constexpr wchar_t kAddinFolder[] = L"C:\\Program Files\\Corvina";
 
+// One simulated user: an Outlook with its add-in over a profile folder. Every line it prints
+// starts with `prefix` (the user's name when several users share the transcript).
 class ProfileRun {
  public:
-  ProfileRun(ProfilePaths paths, std::ostream& out);
+  ProfileRun(ProfilePaths paths, std::ostream& out, std::wstring prefix = L"");
   ~ProfileRun();
 
   // Loads the mailbox into the Inbox, naming and skipping each mail that cannot be read; false
   // (after saying why) only when the mailbox folder itself cannot be read.
   bool LoadMailbox();
-  // Runs every action; returns the number of actions that could not be carried out.
-  int Run(const Script& script);
+  // Echoes one action of this user and carries it out, with what it changed; false when it
+  // could not be carried out (said in the transcript).
+  bool Perform(const Action& action);
+  // The end of the script: Outlook closes if it runs, then the log is shown.
+  void Finish();
+  // Moves this user's clock on (the simulation keeps every user's clock together).
+  void AdvanceClock(double seconds);
+  Date Now() const { return store_.now; }
+  sim::SimStore& store() { return store_; }
+  // The address others write to: the chat address setting where it is set, else `fallback`.
+  std::wstring Address(const std::wstring& fallback);
+  void Say(const std::wstring& line);
+  void PrintFileChanges();
 
  private:
   bool Do(const Action& action);
+  // Writes a mail through the object model, as a feature of the add-in would, and sends it.
+  bool SendMail(const std::wstring& to, const std::wstring& subject);
+  // MailItem.Delete on Inbox item n, as a feature that removes mail would call it.
+  bool DeleteMail(int32_t position);
+  void ShowDeleted();
   bool Start(int explorers);
   bool Stop(int32_t mode);
   bool Deliver(const std::wstring& file);
@@ -62,9 +80,7 @@ class ProfileRun {
   bool Click(const std::wstring& bar, const std::wstring& tag, const std::wstring* combo_text);
   // Lists the bar `name` of a window's command bars (null when there is no such window).
   void PrintToolbar(const std::shared_ptr<sim::SimCommandBarsData>& bars, const std::wstring& name);
-  void PrintFileChanges();
   void PrintLog();
-  void Say(const std::wstring& line);
   // A line of the recording user interface, as it happens.
   void Echo(const std::wstring& line);
   // The saving form's count once an attachment more is saved than the form shows.
@@ -75,6 +91,7 @@ class ProfileRun {
 
   ProfilePaths paths_;
   std::ostream& out_;
+  std::wstring prefix_;
   sim::Faults faults_;
   sim::MappedFileSystem files_;
   sim::FileSettingsTree settings_;
@@ -92,6 +109,7 @@ class ProfileRun {
   std::optional<sim::UiEvent> saving_form_;
   uint64_t saved_at_form_ = 0, saved_printed_ = 0;
   std::wstring last_saving_line_;
+  std::vector<std::wstring> attachments_to_send_;  // `attach` files for the next `send`
 };
 
 }  // namespace corvina::simulator

@@ -38,6 +38,14 @@ constexpr VerbInfo kVerbs[] = {
     {"stop", Verb::kStop, Args::kNone},
     {"remove", Verb::kRemove, Args::kNone},
     {"print", Verb::kPrint, Args::kOptionalText},
+    {"user", Verb::kUser, Args::kText},
+    {"as", Verb::kAs, Args::kText},
+    {"send", Verb::kSend, Args::kCombo},
+    {"hold-mail", Verb::kHoldMail, Args::kNone},
+    {"deliver-held", Verb::kDeliverHeld, Args::kNone},
+    {"show", Verb::kShow, Args::kText},
+    {"attach", Verb::kAttach, Args::kText},
+    {"delete", Verb::kDelete, Args::kNumber, 1},
 };
 
 constexpr std::pair<std::string_view, MsgBoxButton> kButtons[] = {
@@ -160,7 +168,8 @@ std::wstring FormatAction(const Action& action) {
       }
       if (action.answer.dont_show_checked) line += L" dont-show";
       break;
-    case Verb::kCombo: {
+    case Verb::kCombo:
+    case Verb::kSend: {
       // The tag is the first word unless quoted, so one with a blank is quoted.
       const bool quote = action.text.find_first_of(L" \t\r") != std::wstring::npos;
       line += quote ? L" \"" + action.text + L"\" " : L" " + action.text + L" ";
@@ -199,7 +208,14 @@ Script ParseScript(std::string_view text, std::string_view source) {
     Action action;
     action.verb = info->verb;
     action.line = line;
-    if (std::string message = ParseArgs(*info, args, action); !message.empty()) {
+    std::string message = ParseArgs(*info, args, action);
+    const size_t equals = action.text.find(L'=');
+    if (message.empty() && action.verb == Verb::kUser &&
+        (equals == 0 || equals == std::wstring::npos || equals + 1 == action.text.size()))
+      message = "expects name=profile folder";
+    if (message.empty() && action.verb == Verb::kShow && Lower(ToUtf8(action.text)) != "deleted")
+      message = "expects 'deleted'";
+    if (!message.empty()) {
       fail(verb + " " + message);
       continue;
     }

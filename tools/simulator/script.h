@@ -9,6 +9,8 @@
 //   click <tag>             click-inspector <tag>     answer yes|no|ok|cancel [dont-show]
 //   choose-folder <n>       browse-folder <path>      cancel-after <n>        advance <minutes>
 //   combo <tag> <text>      stop                      remove                  print <text>
+//   user <name>=<profile>   as <name>                 send <to> <subject>     show deleted
+//   hold-mail               deliver-held              attach <C:\path>       delete <n>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -20,17 +22,22 @@ namespace corvina::simulator {
 
 enum class Verb {
   kStart, kDeliver, kSelect, kOpen, kClick, kClickInspector, kAnswer, kChooseFolder,
-  kBrowseFolder, kCancelAfter, kAdvance, kCombo, kStop, kRemove, kPrint
+  kBrowseFolder, kCancelAfter, kAdvance, kCombo, kStop, kRemove, kPrint,
+  // Several users: declaring one, choosing whose actions follow, the mail between them.
+  kUser, kAs, kSend, kHoldMail, kDeliverHeld, kShow,
+  // What features that send or delete mail will do, done through the object model by hand.
+  kAttach, kDelete
 };
 
 struct Action {
   Verb verb = Verb::kPrint;
   // deliver: the file; click, click-inspector, combo: the tag; browse-folder: the path;
-  // print: the line.
+  // print: the line; user: "name=profile"; as: the user; send: the address; show: "deleted";
+  // attach: the file for the next send.
   std::wstring text;
-  std::wstring choice;  // combo: the entry to choose
+  std::wstring choice;  // combo: the entry to choose; send: the subject
   // start: the number of explorers (default 1); select: the 1-based positions; open,
-  // choose-folder, cancel-after, advance: the one value.
+  // choose-folder, cancel-after, advance, delete: the one value.
   std::vector<int32_t> numbers;
   MsgBoxAnswer answer;  // answer: the button and the "don't show again" box
   int line = 0;         // 1-based line in the script

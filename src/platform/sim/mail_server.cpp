@@ -71,12 +71,13 @@ void MailServer::Take(const std::wstring& from, const SimItemPtr& mail) {
       AddOnce(delivery.to_users, user);
     }
   }
+  // Reported before it is delivered: the readers' add-ins react inside the delivery.
+  if (on_delivery) on_delivery(delivery);
   if (holding_) {
     held_.push_back(delivery);
   } else {
     Deliver(delivery);
   }
-  if (on_delivery) on_delivery(delivery);
 }
 
 void MailServer::Deliver(const Delivery& delivery) {
@@ -105,8 +106,10 @@ size_t MailServer::DeliverHeld() {
   std::vector<Delivery> held = std::exchange(held_, {});
   for (Delivery& delivery : held) {
     delivery.held = false;
-    Deliver(delivery);
+    delivery.released = true;
+    delivery.outside.clear();  // those left when the mail was sent
     if (on_delivery) on_delivery(delivery);
+    Deliver(delivery);
   }
   return held.size();
 }

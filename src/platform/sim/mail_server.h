@@ -25,6 +25,7 @@ class MailServer {
     std::vector<std::wstring> to_users;  // simulated users it reached (or will reach)
     std::vector<std::wstring> outside;   // addresses of nobody simulated
     bool held = false;                   // waiting for DeliverHeld
+    bool released = false;               // delivered by DeliverHeld, told before when held
   };
 
   explicit MailServer(std::function<Date()> now);

@@ -101,9 +101,10 @@ TEST(MailServer, ReadersGetTheMailAsWrittenAtTheServersTime) {
 TEST(MailServer, HeldMailArrivesWhenReleasedWithTheTimeOfRelease) {
   Office office;
   office.server.set_holding(true);
-  office.AnnaSends(L"ben@example.com");
+  office.AnnaSends(L"ben@example.com; x@elsewhere.net");
   office.AnnaSends(L"cleo@example.org");
   EXPECT_EQ(office.InboxSizes(), (std::vector<int>{0, 0, 0}));
+  EXPECT_EQ(office.reports[0].outside, (std::vector<std::wstring>{L"x@elsewhere.net"}));
   ASSERT_EQ(office.reports.size(), 2u);
   EXPECT_TRUE(office.reports[0].held);
   office.now = FromCivil({2026, 11, 23, 8, 0, 0});
@@ -113,6 +114,9 @@ TEST(MailServer, HeldMailArrivesWhenReleasedWithTheTimeOfRelease) {
             office.now);
   ASSERT_EQ(office.reports.size(), 4u);
   EXPECT_FALSE(office.reports[2].held);
+  EXPECT_TRUE(office.reports[2].released);
+  EXPECT_FALSE(office.reports[0].released);
+  EXPECT_TRUE(office.reports[2].outside.empty());  // told once, when it was sent
   EXPECT_EQ(office.server.DeliverHeld(), 0u);
 }
 

@@ -1,0 +1,61 @@
+#!/usr/bin/env python3
+"""The two-user sample end to end: what Anna's Outlook sent is a real mail file that Python's
+standard `email` package reads back with the same subject, body and attachment bytes, and the
+mails reached Ben's add-in (its copies of the PDFs are the bytes Anna attached).
+
+    two_users_test.py <corvina-sim> <samples dir> <scratch dir>
+"""
+import email
+import email.policy
+import os
+import shutil
+import subprocess
+import sys
+
+sim, samples, scratch = sys.argv[1:4]
+shutil.rmtree(scratch, ignore_errors=True)
+env = {k: v for k, v in os.environ.items() if k not in ("LANG", "LC_ALL")}
+run = subprocess.run([sim, "--script", os.path.join(samples, "two-users.script"), "--work", scratch],
+                     capture_output=True, env=env, timeout=300)
+anna_drive = os.path.join(samples, "two-users", "anna", "drive", "Users", "Anna")
+expected = [  # subject, To as written, attachment
+    ("Plan for Monday", ["ben@corvina.example"], "plan.pdf"),
+    ("Plan, second version", ["Ben <BEN@corvina.example>", "someone@elsewhere.example"], "plan-v2.pdf"),
+]
+passed = failed = 0
+
+
+def check(what, ok, detail=""):
+    global passed, failed
+    if ok:
+        passed += 1
+    else:
+        failed += 1
+        print(f"FAIL {what} {detail}")
+
+
+check("the run ends normally", run.returncode == 0, run.stderr.decode(errors="replace"))
+sent_dir = os.path.join(scratch, "anna", "sent")
+files = sorted(os.listdir(sent_dir)) if os.path.isdir(sent_dir) else []
+check("one sent file per sent mail", len(files) == len(expected), str(files))
+for name, (subject, to, attachment) in zip(files, expected):
+    with open(os.path.join(sent_dir, name), "rb") as f:
+        message = email.message_from_binary_file(f, policy=email.policy.default)
+    check(f"{name}: subject", message["Subject"] == subject, repr(message["Subject"]))
+    check(f"{name}: sender", message["From"] == "anna <anna@corvina.example>", repr(message["From"]))
+    check(f"{name}: recipients", [str(a) for a in message["To"].addresses] == to, repr(message["To"]))
+    body = message.get_body(preferencelist=("plain",)).get_content()
+    check(f"{name}: body", body.startswith("Written by the simulator at 11/22/2026"), repr(body))
+    parts = [p for p in message.iter_attachments()]
+    with open(os.path.join(anna_drive, attachment), "rb") as f:
+        original = f.read()
+    check(f"{name}: one attachment", len(parts) == 1 and parts[0].get_filename() == attachment,
+          repr([p.get_filename() for p in parts]))
+    if parts:
+        check(f"{name}: attachment bytes", parts[0].get_payload(decode=True) == original)
+    # Ben's add-in copied what arrived (the first as the mail came in, the second at start-up).
+    copy = os.path.join(scratch, "ben", "drive", "Orders", attachment)
+    check(f"{name}: Ben's copy", os.path.isfile(copy) and open(copy, "rb").read() == original, copy)
+
+print(f"{passed} passed, {failed} failed")
+sys.exit(1 if failed else 0)
