@@ -36,18 +36,21 @@ Simulation::Simulation(const std::vector<UserSpec>& users, std::ostream& out)
 
 void Simulation::Say(const std::wstring& line) { out_ << ToUtf8(line) << '\n'; }
 
-ProfileRun* Simulation::Find(const std::wstring& name) {
+std::optional<size_t> Simulation::IndexOf(const std::wstring& name) const {
   for (size_t i = 0; i < names_.size(); ++i)
-    if (EqualsIgnoreCase(names_[i], name)) return runs_[i].get();
-  return nullptr;
+    if (EqualsIgnoreCase(names_[i], name)) return i;
+  return std::nullopt;
+}
+
+ProfileRun* Simulation::Find(const std::wstring& name) {
+  const std::optional<size_t> i = IndexOf(name);
+  return i ? runs_[*i].get() : nullptr;
 }
 
 void Simulation::Report(const sim::MailServer::Delivery& d) {
   ProfileRun* sender = Find(d.from);
-  if (!d.released) {
-    for (size_t i = 0; i < names_.size(); ++i)
-      if (names_[i] == d.from) WriteSentFile(i, *d.mail);
-  }
+  if (const std::optional<size_t> from = IndexOf(d.from); from && !d.released)
+    WriteSentFile(*from, *d.mail);
   const std::wstring subject = L"\"" + d.mail->subject + L"\"";
   if (sender && d.held) {
     sender->Say(L"  [mail server] holds " + subject +
@@ -105,9 +108,8 @@ int Simulation::Run(const Script& script) {
         continue;
       case Verb::kAs:
         Say(L"> " + FormatAction(action));
-        if (Find(action.text)) {
-          for (size_t i = 0; i < names_.size(); ++i)
-            if (EqualsIgnoreCase(names_[i], action.text)) current_ = i;
+        if (const std::optional<size_t> user = IndexOf(action.text)) {
+          current_ = *user;
         } else {
           ++failures;
           Say(L"  ! line " + std::to_wstring(action.line) + L": there is no user \"" + action.text +

@@ -5,6 +5,7 @@
 // belong to the simulation. With several users every line of a user starts with "[name] ".
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -33,6 +34,7 @@ class Simulation {
 
  private:
   void Say(const std::wstring& line);
+  std::optional<size_t> IndexOf(const std::wstring& name) const;
   ProfileRun* Find(const std::wstring& name);
   // The mail server's report of one mail: on the sender's side, then on each reader's.
   void Report(const sim::MailServer::Delivery& delivery);
