@@ -30,8 +30,10 @@ TEST(TransferEncoding, DecodesDamagedInputAsFarAsItGoes) {
       {"quoted-printable", "soft= \r\nbreak  = \t\nwith blanks", "softbreak  with blanks"},
       {"quoted-printable", "bad =ZZ and ==", "bad =ZZ and ="},
       {"quoted-printable", "end=", "end"},
+      {"quoted-printable", "soft break at the end=\r\n", "soft break at the end"},
       {"quoted-printable", "a==b=4", "a=b=4"},
       {"x-uuencode", "begin 644 a.txt\n#86)C\n`\nend\n", "abc"},
+      {"uue", "begin 644 a.txt\n#86)C\nend\n", "abc"},
       // A line that lost its trailing blanks: "%86)C" says five bytes, the rest were zeros.
       {"uuencode", "begin 644 a.txt\r\n%86)C\r\nend\r\n", std::string("abc\0\0", 5)},
       {"x-uue", "no begin line here", "no begin line here"},
@@ -163,6 +165,9 @@ TEST(MailDate, ReadsTheWallClockTimeOfLooseForms) {
       {"29 Feb 2000 10:00", CivilTime{2000, 2, 29, 10, 0, 0}},  // ... unless it divides by 400
       {"1 Nov 2026 25:00", std::nullopt},
       {"1 Nov 2026 10:60", std::nullopt},
+      {"1 Nov 2026 24:00", std::nullopt},
+      {"1 Nov 49 10:00", CivilTime{2049, 11, 1, 10, 0, 0}},  // two digits: 2000 + up to 49 ...
+      {"1 Nov 50 10:00", CivilTime{1950, 11, 1, 10, 0, 0}},  // ... 1900 + from 50
       {"1 Nov 2026 10:1a", std::nullopt},
       {"1 Nov 2026 10:59:61", std::nullopt},
   };

@@ -141,6 +141,7 @@ TEST(SimulatorRun, TranscriptTellsWhatHappened) {
     std::string script;
     std::vector<std::string> present, absent;
     bool settings_written;
+    int exit_code = 0;
   };
   const Case cases[] = {
       {"print nothing runs\n",
@@ -157,6 +158,7 @@ TEST(SimulatorRun, TranscriptTellsWhatHappened) {
        {},
        true},
       {"start\nopen 2\n", {"opened \"Two\"", "toolbar \"VireoInspector\":\n    Vireo_"}, {}, true},
+      {"start\nselect 9\n", {"\n  there is no Inbox item 9\n  ! line 2 could not be carried out\n"}, {}, true, 1},
       {"start\ndeliver new/report.eml\n", {"new mail [report] \"Returned\""}, {}, true},
       {"start\nselect 1,2\nchoose-folder 0\nclick Vireo_Save...\n",
        {"\" 1 of 2 saved\n", "\" 2 of 2 saved\n  [form] unload frmSaving"},
@@ -175,7 +177,7 @@ TEST(SimulatorRun, TranscriptTellsWhatHappened) {
     Write(root / "s.script", c.script);
     const Result r = RunSim({"--mailbox", (root / "mailbox").string(), "--script",
                              (root / "s.script").string(), "--work", (root / "work").string()});
-    EXPECT_EQ(r.exit_code, 0) << r.output;
+    EXPECT_EQ(r.exit_code, c.exit_code) << r.output;
     for (const std::string& p : c.present) EXPECT_TRUE(Has(r.output, p)) << p << '\n' << r.output;
     for (const std::string& a : c.absent) EXPECT_FALSE(Has(r.output, a)) << a << '\n' << r.output;
     EXPECT_EQ(fs::exists(root / "work/settings.ini"), c.settings_written);
@@ -196,6 +198,7 @@ TEST(SimulatorRun, SampleTranscriptsAreAsExpected) {
   } cases[] = {
       {"demo", {"--profile", samples + "/profile", "--script", samples + "/demo.script"}},
       {"two-users", {"--script", samples + "/two-users.script"}},
+      {"help", {"--help"}},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
@@ -254,6 +257,8 @@ TEST(SimulatorCommandLine, ArgumentsGiveExitCodeAndMessage) {
       {{"--mailbox", mailbox, "--profile", mailbox, "--script", script}, 2, "not two of them"},
       {{"--user", "ann=" + mailbox, "--profile", mailbox, "--script", script}, 2, "not two of them"},
       {{"--user", "ann", "--script", script}, 2, "--user expects NAME=DIR, not ann"},
+      {{"--user", "ann=", "--script", script}, 2, "--user expects NAME=DIR, not ann="},
+      {{"--user", "=" + mailbox, "--script", script}, 2, "--user expects NAME=DIR, not ="},
       {{"--user", "ann=" + mailbox, "--user", "ANN=" + mailbox, "--script", script}, 2,
        "the user ANN is given twice"},
       {{"--user", "ann=" + (root / "none").string(), "--script", script}, 2,

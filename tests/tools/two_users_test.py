@@ -8,6 +8,7 @@ mails reached Ben's add-in (its copies of the PDFs are the bytes Anna attached).
 import email
 import email.policy
 import os
+import re
 import shutil
 import subprocess
 import sys
@@ -42,6 +43,8 @@ for name, (subject, to, attachment) in zip(files, expected):
     with open(os.path.join(sent_dir, name), "rb") as f:
         message = email.message_from_binary_file(f, policy=email.policy.default)
     check(f"{name}: subject", message["Subject"] == subject, repr(message["Subject"]))
+    check(f"{name}: message id", re.fullmatch(r"<[0-9a-f]{16}@corvina\.invalid>", message["Message-ID"] or ""),
+          repr(message["Message-ID"]))
     check(f"{name}: sender", message["From"] == "anna <anna@corvina.example>", repr(message["From"]))
     check(f"{name}: recipients", [str(a) for a in message["To"].addresses] == to, repr(message["To"]))
     body = message.get_body(preferencelist=("plain",)).get_content()

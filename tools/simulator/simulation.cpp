@@ -118,7 +118,7 @@ int Simulation::Run(const Script& script) {
         continue;
       case Verb::kAdvance:
         Say(L"> " + FormatAction(action));
-        for (auto& run : runs_) run->AdvanceClock(60.0 * (action.numbers.empty() ? 0 : action.numbers[0]));
+        for (auto& run : runs_) run->AdvanceClock(60.0 * action.numbers.at(0));  // the parser saw it
         Say(L"  now " + FormatGeneralDate(runs_.front()->Now()));
         break;
       case Verb::kHoldMail:
