@@ -159,6 +159,7 @@ TEST(SimulatorRun, TranscriptTellsWhatHappened) {
        true},
       {"start\nopen 2\n", {"opened \"Two\"", "toolbar \"VireoInspector\":\n    Vireo_"}, {}, true},
       {"start\nselect 9\n", {"\n  there is no Inbox item 9\n  ! line 2 could not be carried out\n"}, {}, true, 1},
+      {"start\ndelete 9\n", {"\n  there is no Inbox item 9\n  ! line 2 could not be carried out\n"}, {}, true, 1},
       {"start\ndeliver new/report.eml\n", {"new mail [report] \"Returned\""}, {}, true},
       {"start\nselect 1,2\nchoose-folder 0\nclick Vireo_Save...\n",
        {"\" 1 of 2 saved\n", "\" 2 of 2 saved\n  [form] unload frmSaving"},

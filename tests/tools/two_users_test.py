@@ -21,7 +21,9 @@ run = subprocess.run([sim, "--script", os.path.join(samples, "two-users.script")
 anna_drive = os.path.join(samples, "two-users", "anna", "drive", "Users", "Anna")
 expected = [  # subject, To as written, attachment
     ("Plan for Monday", ["ben@corvina.example"], "plan.pdf"),
-    ("Plan, second version", ["Ben <BEN@corvina.example>", "someone@elsewhere.example"], "plan-v2.pdf"),
+    ("Plan, second version",
+     ["Ben <BEN@corvina.example>", "someone@elsewhere.example", "Cleo <cleo@elsewhere.example>"],
+     "plan-v2.pdf"),
 ]
 passed = failed = 0
 
