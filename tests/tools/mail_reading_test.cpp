@@ -37,6 +37,7 @@ TEST(TransferEncoding, DecodesDamagedInputAsFarAsItGoes) {
       // A line that lost its trailing blanks: "%86)C" says five bytes, the rest were zeros.
       {"uuencode", "begin 644 a.txt\r\n%86)C\r\nend\r\n", std::string("abc\0\0", 5)},
       {"x-uue", "no begin line here", "no begin line here"},
+      {"x-uuencode", "junk\nbegin 600 b\n#86)C\n", "abc"},  // cut before "end": what came is kept
       {"7bit", "as is=3D", "as is=3D"},
       {"", "as is", "as is"},
   };

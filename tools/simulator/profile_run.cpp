@@ -54,7 +54,8 @@ std::optional<std::pair<fs::file_time_type, uintmax_t>> FileStamp(const fs::path
   const auto time = fs::last_write_time(file, ec);
   if (ec) return std::nullopt;
   const uintmax_t size = fs::file_size(file, ec);
-  return std::make_pair(time, ec ? 0 : size);
+  if (ec) return std::nullopt;
+  return std::make_pair(time, size);
 }
 
 }  // namespace

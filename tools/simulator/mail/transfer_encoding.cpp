@@ -1,6 +1,7 @@
 #include "simulator/mail/transfer_encoding.h"
 
 #include <cstdint>
+#include <span>
 
 #include "simulator/mail/mime_text.h"
 
@@ -119,10 +120,10 @@ std::string DecodeUuencode(std::string_view text) {
   while (first < lines.size() && lines[first].text.substr(0, 6) != "begin ") ++first;
   if (first == lines.size()) return std::string(text);
   std::string out;
-  for (size_t i = first + 1; i < lines.size(); ++i) {
-    if (Trim(lines[i].text) == "end") break;
-    if (Trim(lines[i].text).empty()) continue;
-    DecodeUuLine(lines[i].text, out);
+  for (const Line& line : std::span(lines).subspan(first + 1)) {
+    if (Trim(line.text) == "end") break;
+    if (Trim(line.text).empty()) continue;
+    DecodeUuLine(line.text, out);
   }
   return out;
 }
