@@ -61,6 +61,7 @@ TEST(HeaderText, DecodesEncodedWordsAndRawBytes) {
       {"=?iso-8859-8?B?+ezl7Q==?=", "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D"},
       {"=?ISO-2022-JP?B?GyRCJEYkOSRIGyhC?=", "\xE3\x81\xA6\xE3\x81\x99\xE3\x81\xA8"},
       {"=?x-unknown?Q?abc?=", "abc"},
+      {"a =?utf-8?Q?" "?= b", "a  b"},  // an empty word is still a word
       // Names mail programs give sets that the converter knows by other names.
       {"=?iso-8859-8-i?B?+ezl7Q==?=", "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D"},
       {"=?iso-8859-8-e?B?+ezl7Q==?=", "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D"},

@@ -76,7 +76,11 @@ TEST(ParseScript, ReportsEveryFaultyLineWithItsNumber) {
       "combo Vireo_Sort\n"          // 13
       "stop now\n"                  // 14
       "advance 99999999999\n"       // 15
-      "  print fine\n",             // 16
+      "  print fine\n"              // 16
+      "user anna=\n"                // 17
+      "user =folder\n"              // 18
+      "user anna\n"                 // 19
+      "show sent\n",                // 20
       "demo.script");
   const std::string expected[] = {
       "demo.script:3: unknown action 'clik'",
@@ -92,6 +96,10 @@ TEST(ParseScript, ReportsEveryFaultyLineWithItsNumber) {
       "demo.script:13: combo needs a tag and a text",
       "demo.script:14: stop takes no arguments",
       "demo.script:15: advance expects a whole number of at least 0, not '99999999999'",
+      "demo.script:17: user expects name=profile folder",
+      "demo.script:18: user expects name=profile folder",
+      "demo.script:19: user expects name=profile folder",
+      "demo.script:20: show expects 'deleted'",
   };
   EXPECT_EQ(script.errors, std::vector<std::string>(std::begin(expected), std::end(expected)));
   ASSERT_EQ(script.actions.size(), 1u);

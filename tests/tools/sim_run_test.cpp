@@ -145,7 +145,7 @@ TEST(SimulatorRun, TranscriptTellsWhatHappened) {
   };
   const Case cases[] = {
       {"print nothing runs\n",
-       {"nothing runs", "\n  skipped 02-Брак.eml: ", "\n  2. \"Two\"", "(no readable Date:, the file's time)\n",
+       {"nothing runs", "\n  skipped 02-Брак.eml: an empty file, not a mail\n", "\n  2. \"Two\"", "(no readable Date:, the file's time)\n",
         "\n       Fwd.eml (", "bytes, an attached mail)"},
        {"settings saved", "\n  4. "}, false},
       {"start explorers 0\nremove\n",

@@ -24,6 +24,7 @@ expected = [  # subject, To as written, attachment
     ("Plan, second version",
      ["Ben <BEN@corvina.example>", "someone@elsewhere.example", "Cleo <cleo@elsewhere.example>"],
      "plan-v2.pdf"),
+    ("Plan, final", ["ben@corvina.example"], "plan.pdf"),
 ]
 passed = failed = 0
 
