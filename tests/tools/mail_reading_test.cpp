@@ -67,12 +67,17 @@ TEST(HeaderText, DecodesEncodedWordsAndRawBytes) {
       {"=?iso-8859-8-e?B?+ezl7Q==?=", "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D"},
       {"=?ks_c_5601-1987?B?x9GxuQ==?=", "\xED\x95\x9C\xEA\xB5\xAD"},
       {"=?gb2312?B?6UY=?=", "\xE9\x95\x95"},  // a GBK character labelled gb2312
+      {"=?x-gbk?B?6UY=?=", "\xE9\x95\x95"},
       {"=?x-sjis?B?k/qWew==?=", "\xE6\x97\xA5\xE6\x9C\xAC"},
       {"=?unicode-1-1-utf-8?B?w6k=?=", "\xC3\xA9"},
       {"=?utf-8?X?abc?=", "=?utf-8?X?abc?="},  // no such encoding: left as text
       {"caf\xE9", "caf\xC3\xA9"},                // raw Latin-1
       {"caf\xC3\xA9", "caf\xC3\xA9"},            // raw UTF-8
       {"smile \xF0\x9F\x98\x80", "smile \xF0\x9F\x98\x80"},  // four bytes
+      // Not UTF-8 (an overlong form, a surrogate, past Unicode): read as windows-1252.
+      {"\xC0\xAF", "\xC3\x80\xC2\xAF"},
+      {"\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xE2\x82\xAC"},
+      {"\xF4\x90\x80\x80", "\xC3\xB4\xC2\x90\xE2\x82\xAC\xE2\x82\xAC"},
       {"\x93quoted\x94", "\xE2\x80\x9Cquoted\xE2\x80\x9D"},  // windows-1252
   };
   for (const Case& c : cases) {
