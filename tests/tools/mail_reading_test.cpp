@@ -120,6 +120,7 @@ TEST(Addresses, ShowWhatAMailProgramShows) {
       {"=?utf-8?Q?=22Dupont=2C?= =?utf-8?Q?_Jean=22?= <jean@example.fr>", "Dupont, Jean",
        "jean@example.fr"},
       {"MAILER DAEMON <>", "MAILER DAEMON", ""},
+      {"'Tom Keller' <tom@example.com>", "Tom Keller", "tom@example.com"},
       {"\"Tom\\", "Tom\\", ""},  // a backslash at the very end escapes nothing
       {"tom@example.com", "tom@example.com", "tom@example.com"},
       {"<tom@example.com>", "tom@example.com", "tom@example.com"},

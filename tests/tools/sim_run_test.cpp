@@ -149,7 +149,7 @@ TEST(SimulatorRun, TranscriptTellsWhatHappened) {
         "\n       Fwd.eml (", "bytes, an attached mail)"},
        {"settings saved", "\n  4. "}, false},
       {"start explorers 0\nremove\n",
-       {"> start explorers 0\n", "> remove\n"},
+       {"> start explorers 0\n", "  toolbar \"Vireo\": none\n", "> remove\n"},
        {"settings saved", "toolbar after removal"},
        false},
       {"START\nanswer OK dont-show\nselect 1, 2\nremove\n",

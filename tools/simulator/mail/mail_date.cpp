@@ -1,5 +1,6 @@
 #include "simulator/mail/mail_date.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <vector>
@@ -55,9 +56,8 @@ std::optional<CivilTime> ParseMailDate(std::string_view text) {
       hour = parts[0], minute = parts[1];
       second = parts.size() == 3 && parts[2] ? *parts[2] : 0;
     } else if (!month && IsLetter(w[0])) {
-      const std::string lower = Lower(w.substr(0, 3));
-      for (size_t m = 0; m < kMonths.size(); ++m)
-        if (lower == kMonths[m]) month = static_cast<int>(m) + 1;
+      const auto found = std::find(kMonths.begin(), kMonths.end(), Lower(w.substr(0, 3)));
+      if (found != kMonths.end()) month = static_cast<int>(found - kMonths.begin()) + 1;
     } else if (std::optional<int> n = Number(w)) {
       if (!year && day && month) {
         // After day and month: the year, in any of the widths old programs wrote.
