@@ -27,7 +27,7 @@
 namespace fs = std::filesystem;
 using corvina::simulator::HostPath;
 using corvina::simulator::Simulation;
-using corvina::simulator::UserSpec;
+using corvina::simulator::SimulatedUser;
 using corvina::simulator::Utf8Of;
 
 namespace {
@@ -141,15 +141,15 @@ int main(int argc, char** argv) {
   // What is copied where: one profile (or mailbox) is the work folder itself; each of several
   // users gets a folder of their own in it.
   std::vector<std::pair<fs::path, fs::path>> copies;
-  std::vector<UserSpec> specs;
+  std::vector<SimulatedUser> simulated;
   if (users.empty()) {
     const fs::path source = HostPath(profile.empty() ? mailbox : profile);
     copies.emplace_back(source, profile.empty() ? work_folder / "mailbox" : work_folder);
-    specs.push_back({L"user", work_folder});
+    simulated.push_back({L"user", work_folder});
   } else {
     for (const auto& [name, profile_folder] : users) {
       copies.emplace_back(profile_folder, work_folder / HostPath(name));
-      specs.push_back({corvina::FromUtf8(name), work_folder / HostPath(name)});
+      simulated.push_back({corvina::FromUtf8(name), work_folder / HostPath(name)});
     }
   }
   for (const auto& [source, target] : copies)
@@ -180,7 +180,7 @@ int main(int argc, char** argv) {
                 << Utf8Of(work_folder / HostPath(name) / "drive") << '\n';
     std::cout << '\n';
   }
-  Simulation simulation(specs, std::cout);
+  Simulation simulation(simulated, std::cout);
   if (!simulation.LoadMailboxes()) return 1;
   std::cout << '\n';
   const int failures = simulation.Run(script);

@@ -16,10 +16,10 @@ std::wstring JoinNames(const std::vector<std::wstring>& names) {
 
 }  // namespace
 
-Simulation::Simulation(const std::vector<UserSpec>& users, std::ostream& out)
+Simulation::Simulation(const std::vector<SimulatedUser>& users, std::ostream& out)
     : out_(out), server_([this] { return runs_.front()->Now(); }) {
   const bool several = users.size() > 1;
-  for (const UserSpec& user : users) {
+  for (const SimulatedUser& user : users) {
     names_.push_back(user.name);
     runs_.push_back(std::make_unique<ProfileRun>(
         ProfilePaths{user.folder / "mailbox", user.folder / "settings.ini", user.folder / "drive"},

@@ -16,14 +16,14 @@
 
 namespace corvina::simulator {
 
-struct UserSpec {
+struct SimulatedUser {
   std::wstring name;
   std::filesystem::path folder;  // the user's working profile: mailbox/, settings.ini, drive/
 };
 
 class Simulation {
  public:
-  Simulation(const std::vector<UserSpec>& users, std::ostream& out);
+  Simulation(const std::vector<SimulatedUser>& users, std::ostream& out);
   Simulation(const Simulation&) = delete;
   Simulation& operator=(const Simulation&) = delete;
 

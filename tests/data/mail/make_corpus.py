@@ -332,7 +332,7 @@ def _():
     return simple(ew("Сергей Кузнецов", "windows-1251") + " <s.kuznetsov@example.ru>",
                   ew("Договор поставки", "windows-1251"), 9, "dogovor-44@example.ru",
                   [b64_part("application/pdf", pdf("Dogovor"), ew("Договор №44.pdf", "windows-1251")),
-                   b64_part("application/vnd.ms-excel", noise("spec-xls", 1200),
+                   b64_part("application/vnd.ms-excel", noise("sheet-xls", 1200),
                             ew("Спецификация.xls", "windows-1251", "Q"))])
 
 
