@@ -2,10 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 
 #include "base/text.h"
 #include "simulator/eml_reader.h"
@@ -13,7 +9,6 @@
 namespace corvina::simulator {
 namespace {
 
-namespace fs = std::filesystem;
 
 struct Case {
   const char* label;
@@ -219,71 +214,6 @@ TEST(SentFileName, CleansTheSubjectForFileSystems) {
   for (const auto& c : cases) {
     EXPECT_EQ(SentFileName(c.serial, c.subject), c.want) << ToUtf8(c.subject);
   }
-}
-
-std::string Json(std::string_view utf8) {
-  std::string out = "\"";
-  for (char ch : utf8) {
-    unsigned char b = static_cast<unsigned char>(ch);
-    if (ch == '"' || ch == '\\') {
-      out += '\\';
-      out += ch;
-    } else if (b < 0x20) {
-      char escape[8];
-      std::snprintf(escape, sizeof escape, "\\u%04x", b);
-      out += escape;
-    } else {
-      out += ch;
-    }
-  }
-  return out + "\"";
-}
-
-std::string Json(const std::vector<std::wstring>& list) {
-  std::string out = "[";
-  for (const std::wstring& one : list) out += (out.size() > 1 ? "," : "") + Json(ToUtf8(one));
-  return out + "]";
-}
-
-// Writes the mails of the table into $CORVINA_SENT_DIR with manifest.json, for
-// tests/tools/sent_mail_test.py to read with an independent mail parser.
-TEST(WriteEml, WritesTheTableForTheOracle) {
-  const char* dir = std::getenv("CORVINA_SENT_DIR");
-  if (dir == nullptr) GTEST_SKIP() << "CORVINA_SENT_DIR is not set";
-  fs::create_directories(dir);
-  std::string manifest = "[\n";
-  int serial = 0;
-  for (const Case& c : Cases()) {
-    const OutgoingMail& m = c.mail;
-    std::string file = SentFileName(++serial, m.subject);
-    std::ofstream(fs::path(dir) / fs::u8path(file), std::ios::binary) << WriteEml(m);
-    ASSERT_TRUE(fs::exists(fs::path(dir) / fs::u8path(file))) << file;
-    CivilTime t = ToCivil(m.date);
-    char date[32];
-    std::snprintf(date, sizeof date, "%04d-%02d-%02dT%02d:%02d:%02d", t.year, t.month, t.day,
-                  t.hour, t.minute, t.second);
-    std::string attachments;
-    for (size_t i = 0; i < m.attachments.size(); ++i) {
-      std::string hex;
-      for (char b : m.attachments[i].second) {
-        char two[3];
-        std::snprintf(two, sizeof two, "%02x", static_cast<unsigned char>(b));
-        hex += two;
-      }
-      attachments += (i ? "," : "") + std::string("{\"name\":") +
-                     Json(ToUtf8(m.attachments[i].first)) + ",\"type\":" + Json(c.types[i]) +
-                     ",\"hex\":\"" + hex + "\"}";
-    }
-    manifest += std::string(serial > 1 ? ",\n" : "") + "{\"serial\":" + std::to_string(serial) +
-                ",\"file\":" + Json(file) + ",\"subject\":" + Json(ToUtf8(m.subject)) +
-                ",\"from_name\":" + Json(ToUtf8(m.from_name)) +
-                ",\"from_address\":" + Json(ToUtf8(m.from_address)) + ",\"to\":" + Json(m.to) +
-                ",\"cc\":" + Json(m.cc) + ",\"bcc\":" + Json(m.bcc) +
-                ",\"body\":" + Json(ToUtf8(m.body)) + ",\"date\":\"" + date +
-                "\",\"attachments\":[" + attachments + "]}";
-  }
-  std::ofstream(fs::path(dir) / "manifest.json", std::ios::binary) << manifest << "\n]\n";
-  EXPECT_TRUE(fs::exists(fs::path(dir) / "manifest.json"));
 }
 
 }  // namespace
