@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "base/text.h"
+#include "simulator/mail/mime_text.h"
 
 namespace corvina::simulator {
 namespace {
@@ -83,9 +84,7 @@ void AddRecipients(GMimeMessage* message, GMimeAddressType type,
       }
     }
     if (!has_mailbox) {
-      std::string_view name = text;
-      while (!name.empty() && (name.front() == ' ' || name.front() == '\t')) name.remove_prefix(1);
-      while (!name.empty() && (name.back() == ' ' || name.back() == '\t')) name.remove_suffix(1);
+      const std::string_view name = mail::Trim(text);
       if (name.empty()) continue;
       GPtr<InternetAddress> group(internet_address_group_new(std::string(name).c_str()));
       internet_address_set_charset(group.get(), "utf-8");
@@ -327,18 +326,9 @@ std::string WriteEml(const OutgoingMail& mail) {
 std::string SentFileName(int serial, const std::wstring& subject) {
   constexpr size_t kMaxCharacters = 60;
   std::wstring cleaned;
-  size_t characters = 0;
-  for (size_t i = 0; i < subject.size() && characters < kMaxCharacters; ++i, ++characters) {
-    wchar_t c = subject[i];
-    // A UTF-16 surrogate pair is one character: it is counted once and never cut in two.
-    if constexpr (sizeof(wchar_t) == 2) {
-      if (c >= 0xD800 && c <= 0xDBFF && i + 1 < subject.size() && subject[i + 1] >= 0xDC00 &&
-          subject[i + 1] <= 0xDFFF) {
-        cleaned.push_back(c);
-        cleaned.push_back(subject[++i]);
-        continue;
-      }
-    }
+  for (size_t i = 0; i < subject.size() && i < kMaxCharacters; ++i) {
+    // The simulator is built where wchar_t holds a whole code point, so nothing is cut in two.
+    const wchar_t c = subject[i];
     bool control = c < 0x20 || (c >= 0x7F && c <= 0x9F);
     bool forbidden = std::wstring_view(L"\\/:*?\"<>|").find(c) != std::wstring_view::npos;
     cleaned.push_back(control || forbidden ? L'_' : c);
