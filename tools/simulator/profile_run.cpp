@@ -172,7 +172,6 @@ bool ProfileRun::Perform(const Action& action) {
   const auto& deleted = store_.Folder(outlook::olFolderDeletedItems).items;
   for (size_t i = deleted_before; i < deleted.size(); ++i)
     Say(L"  [deleted] \"" + deleted[i]->subject + L"\" is in Deleted Items");
-  PrintFileChanges();
   return done;
 }
 

@@ -51,8 +51,9 @@ class ProfileRun {
   // Loads the mailbox into the Inbox, naming and skipping each mail that cannot be read; false
   // (after saying why) only when the mailbox folder itself cannot be read.
   bool LoadMailbox();
-  // Echoes one action of this user and carries it out, with what it changed; false when it
-  // could not be carried out (said in the transcript).
+  // Echoes one action of this user and carries it out; false when it could not be carried
+  // out (said in the transcript). The files it wrote are told by PrintFileChanges, which the
+  // simulation calls for every user after each action.
   bool Perform(const Action& action);
   // The end of the script: Outlook closes if it runs, then the log is shown.
   void Finish();
