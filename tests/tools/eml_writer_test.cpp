@@ -51,7 +51,7 @@ std::vector<Case> Cases() {
       {"cyrillic",
        mail(L"\u0410\u043d\u043d\u0430 \u0411\u0435\u0440\u0433\u0435\u0440",
             {L"\u0418\u0432\u0430\u043d \u041f\u0435\u0442\u0440\u043e\u0432 <ivan@example.ru>",
-             L"olga@example.ru"},
+             L"olga@example.ru", L"\u0412\u0435\u0440\u0430"},
             {L"\u041f\u0451\u0442\u0440 <petr@example.ru>"},
             L"\u041e\u0442\u0447\u0451\u0442 \u0437\u0430 \u043d\u043e\u044f\u0431\u0440\u044c",
             L"\u041f\u0440\u0438\u0432\u0435\u0442!\r\nSee the report.\r\n",
@@ -86,8 +86,12 @@ std::vector<Case> Cases() {
             L"Three files.", {2026, 2, 28, 23, 59, 59},
             {{L"all.bin", AllBytes()},
              {L"empty.dat", ""},
-             {L"scan.PDF", std::string("\0\xff\0", 3)}}),
-       {"application/octet-stream", "application/octet-stream", "application/pdf"},
+             {L"scan.PDF", std::string("\0\xff\0", 3)},
+             {L"BACKUP.ZIP", "PK\x05\x06"},
+             {L"sheet.xlsx", "PK\x03\x04"}}),
+       {"application/octet-stream", "application/octet-stream", "application/pdf",
+        "application/zip",
+        "application/vnd.openxmlformats-officedocument.spreadsheetml.sheet"},
        L"tom@example.com",
        "Date: Sat, 28 Feb 2026 23:59:59 +0000"},
       // A name without an address as Outlook's To box holds it, a quoted name with a comma.
@@ -133,8 +137,12 @@ TEST(WriteEml, MailsReadBackAndFollowTheFileFormat) {
       ASSERT_FALSE(b == '\r' && (i + 1 == raw.size() || raw[i + 1] != '\n')) << "bare CR at " << i;
     }
     // RFC 2047 limits an encoded word to 75 characters; strict readers leave longer ones alone.
-    for (size_t at = raw.find("=?"); at != std::string::npos; at = raw.find("=?", at + 2)) {
-      EXPECT_LE(raw.find_first_of(" \t\r\n", at) - at, 75u) << raw.substr(at, 80);
+    // Every word is in UTF-8, a bare typed name too, so no reader needs a legacy character set.
+    for (size_t at = raw.find("=?"), end; at != std::string::npos; at = raw.find("=?", end)) {
+      end = raw.find_first_of(" \t\r\n", at);
+      EXPECT_LE(end - at, 75u) << raw.substr(at, 80);
+      EXPECT_TRUE(raw.compare(at, 8, "=?UTF-8?") == 0 || raw.compare(at, 8, "=?utf-8?") == 0)
+          << raw.substr(at, 20);
     }
     EXPECT_EQ(raw.find("\nBcc:"), std::string::npos);
     for (const std::wstring& hidden : c.mail.bcc) {

@@ -61,6 +61,11 @@ TEST(HeaderText, DecodesEncodedWordsAndRawBytes) {
       {"=?iso-8859-8?B?+ezl7Q==?=", "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D"},
       {"=?ISO-2022-JP?B?GyRCJEYkOSRIGyhC?=", "\xE3\x81\xA6\xE3\x81\x99\xE3\x81\xA8"},
       {"=?x-unknown?Q?abc?=", "abc"},
+      // This decoder holds a base letter back for a tone mark that may follow; the end of
+      // the word must release it.
+      {"=?tcvn5712-1?Q?Viet_a?=", "Viet a"},
+      // Bytes the set cannot hold: the word is read as windows-1252 rather than cut short.
+      {"=?iso-2022-jp?Q?ab=FF?=", "ab\xC3\xBF"},
       {"a =?utf-8?Q?" "?= b", "a  b"},  // an empty word is still a word
       // Names mail programs give sets that the converter knows by other names.
       {"=?iso-8859-8-i?B?+ezl7Q==?=", "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D"},

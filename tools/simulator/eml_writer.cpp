@@ -23,6 +23,9 @@ struct GObjectUnref {
 template <typename T>
 using GPtr = std::unique_ptr<T, GObjectUnref>;
 
+struct GFree {
+  void operator()(void* p) const { g_free(p); }
+};
 struct GDateTimeUnref {
   void operator()(GDateTime* date) const { g_date_time_unref(date); }
 };
@@ -71,7 +74,7 @@ void AddRecipients(GMimeMessage* message, GMimeAddressType type,
     GPtr<InternetAddressList> parsed(internet_address_list_parse(nullptr, text.c_str()));
     bool has_mailbox = false;
     if (parsed) {
-      for (int i = 0; i < internet_address_list_length(parsed.get()); ++i) {
+      for (int i = 0, count = internet_address_list_length(parsed.get()); i != count; ++i) {
         InternetAddress* address = internet_address_list_get_address(parsed.get(), i);
         if (!INTERNET_ADDRESS_IS_MAILBOX(address)) continue;
         const char* addr = internet_address_mailbox_get_addr(INTERNET_ADDRESS_MAILBOX(address));
@@ -131,10 +134,9 @@ void FoldLongEncodedWords(GMimeMessage* message, const std::string& subject) {
       end = next;
       if (end >= subject.size()) break;
     }
-    gchar* base64 =
-        g_base64_encode(reinterpret_cast<const guchar*>(subject.data() + begin), end - begin);
-    folded += (folded.empty() ? " =?UTF-8?B?" : "\n =?UTF-8?B?") + std::string(base64) + "?=";
-    g_free(base64);
+    std::unique_ptr<gchar, GFree> base64(
+        g_base64_encode(reinterpret_cast<const guchar*>(subject.data() + begin), end - begin));
+    folded += (folded.empty() ? " =?UTF-8?B?" : "\n =?UTF-8?B?") + std::string(base64.get()) + "?=";
     begin = end;
   }
   g_mime_header_set_raw_value(header, (folded + "\n").c_str());
@@ -185,7 +187,6 @@ GPtr<GMimeObject> TextPart(const std::wstring& body) {
     // Base64 hides the line ends from the writer's newline conversion, so text encoded this
     // way is given its canonical CRLF lines before encoding (RFC 2046 4.1.1).
     std::string crlf;
-    crlf.reserve(lines.size() + lines.size() / 32);
     for (char c : lines) {
       if (c == '\n') crlf.push_back('\r');
       crlf.push_back(c);

@@ -57,7 +57,7 @@ void AppendUtf8(std::string& out, uint32_t cp) {
 }
 
 bool IsValidUtf8(std::string_view s) {
-  for (size_t i = 0; i < s.size();) {
+  for (size_t i = 0; i != s.size();) {
     const uint32_t c = static_cast<unsigned char>(s[i]);
     if (c < 0x80) {
       ++i;
