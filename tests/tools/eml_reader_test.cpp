@@ -20,6 +20,23 @@ struct Expected {
   std::vector<std::tuple<std::wstring, size_t, bool>> attachments;  // name, bytes, inline
 };
 
+// Only a multipart/report of delivery status is a report; its parameter alone is not.
+TEST(ReadMail, DeliveryReportNeedsTheWholeContentType) {
+  const std::pair<std::string, bool> cases[] = {
+      {"multipart/report; report-type=delivery-status; boundary=b", true},
+      {"multipart/report; report-type=disposition-notification; boundary=b", false},
+      {"text/plain; report-type=delivery-status", false},
+      {"multipart/mixed; report-type=delivery-status; boundary=b", false},
+  };
+  for (const auto& [type, report] : cases) {
+    std::string error;
+    auto mail = ReadMail("From: a@b.example\nContent-Type: " + type + "\n\n--b\n\nx\n--b--\n", Date{},
+                         &error);
+    ASSERT_TRUE(mail) << error;
+    EXPECT_EQ(mail->is_delivery_report, report) << type;
+  }
+}
+
 TEST(ReadEml, ReadsEverySampleMail) {
   const Expected cases[] = {
       {"01-invoice", L"Invoice November", L"Tom Keller", {2026, 11, 2, 9, 15, 0}, false,
@@ -102,6 +119,9 @@ TEST(ReadEml, RefusesOnlyWhatHasNoHeaderAtAll) {
     std::string error;
     EXPECT_FALSE(ReadEml((dir / name).string(), &error));
     EXPECT_FALSE(error.empty());
+    // A missing file (or a folder) is told apart from a damaged one.
+    EXPECT_EQ(error.find("no such file") != std::string::npos, name == "missing.eml" || name.empty())
+        << error;
   }
   fs::remove_all(dir);
 }

@@ -88,10 +88,11 @@ std::vector<Case> Cases() {
              {L"empty.dat", ""},
              {L"scan.PDF", std::string("\0\xff\0", 3)},
              {L"BACKUP.ZIP", "PK\x05\x06"},
-             {L"sheet.xlsx", "PK\x03\x04"}}),
+             {L"sheet.xlsx", "PK\x03\x04"},
+             {L"note.wav", "RIFF"}}),
        {"application/octet-stream", "application/octet-stream", "application/pdf",
         "application/zip",
-        "application/vnd.openxmlformats-officedocument.spreadsheetml.sheet"},
+        "application/vnd.openxmlformats-officedocument.spreadsheetml.sheet", "audio/wav"},
        L"tom@example.com",
        "Date: Sat, 28 Feb 2026 23:59:59 +0000"},
       // A name without an address as Outlook's To box holds it, a quoted name with a comma.

@@ -104,6 +104,10 @@ TEST(StructuredValue, FindsFileNamesHoweverTheyAreWritten) {
       {"attachment; filename*x=\"bad.txt\"; filename=good.txt", "good.txt"},  // no number
       {"attachment; filename*=utf-8''100%25%2", "100%%2"},  // a cut escape stays text
       {"attachment; filename*1=\"two.txt\"; filename*0*=utf-8''part%20", "part two.txt"},
+      // Pieces are ordered by number, not by text: 10 comes after 9.
+      {"attachment; filename*10=k; filename*0=a; filename*1=b; filename*2=c; filename*3=d; "
+       "filename*4=e; filename*5=f; filename*6=g; filename*7=h; filename*8=i; filename*9=j",
+       "abcdefghijk"},
       {"attachment; filename=\"plain.txt\"; filename*=utf-8''better.txt", "better.txt"},
       {"attachment; filename=\"ends in\\\"", "ends in\\"},  // an escape with nothing to escape
       {"attachment; filename=\"esc\\\"aped.txt\"", "esc\"aped.txt"},

@@ -233,6 +233,7 @@ TEST(SimulatorCommandLine, ArgumentsGiveExitCodeAndMessage) {
   const std::string script = (root / "s.script").string(), mailbox = (root / "mailbox").string(),
                     work = (root / "work").string();
   Write(root / "s.script", "print hello\n");
+  Write(root / "users.script", "user ann=mailbox\nprint hello\n");
   Write(root / "mailbox/01.eml", Mail("One", "one.txt"));
   fs::create_directories(root / "no mailbox/drive");
   fs::create_directories(root / "piped");
@@ -264,6 +265,8 @@ TEST(SimulatorCommandLine, ArgumentsGiveExitCodeAndMessage) {
        "the user ANN is given twice"},
       {{"--user", "ann=" + (root / "none").string(), "--script", script}, 2,
        "the profile folder of ann does not exist"},
+      {{"--user", "ann=" + mailbox, "--script", (root / "users.script").string()}, 2,
+       "give the users on the command line or in the script, not both"},
       {{"--colour"}, 2, "not expected: --colour"},
       {{"--mailbox", mailbox, "--script"}, 2, "--script: 1 required"},
       {{"--mailbox", mailbox, "--script", script, "extra"}, 2, "not expected: extra"},

@@ -100,7 +100,6 @@ std::string DecodeQuotedPrintable(std::string_view text) {
 
 std::string DecodeQEncoding(std::string_view text) {
   std::string out;
-  out.reserve(text.size());
   for (size_t i = 0; i < text.size(); ++i) {
     if (text[i] == '_') {
       out += ' ';
