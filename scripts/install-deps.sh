@@ -2,10 +2,11 @@
 # Installs what a fresh Debian machine lacks for building, testing and running Corvina.
 # Safe to run again: it only installs packages that are missing.
 #
-# Two groups: the native build (required: a failure stops here) and the Windows build (the
-# mingw-w64 cross compilers, Wine and a virtual display; a failure there is reported and the
-# native build goes on). 32-bit Windows programs need wine32 from the i386 architecture; when
-# it cannot be had, the x86 DLL is still built but its tests cannot run.
+# Two groups: the native build and its tests (chromium loads the chat board for its browser
+# test; required: a failure stops here) and the Windows build (the mingw-w64 cross compilers,
+# Wine and a virtual display; a failure there is reported and the native build goes on).
+# 32-bit Windows programs need wine32 from the i386 architecture; when it cannot be had, the
+# x86 DLL is still built but its tests cannot run.
 set -euo pipefail
 
 SUDO=""; [ "$(id -u)" -ne 0 ] && SUDO="sudo"
@@ -24,7 +25,8 @@ install() {
 }
 
 native=$(missing build-essential cmake ninja-build pkg-config git python3 \
-                 googletest libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev libgmime-3.0-dev)
+                 googletest libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev libgmime-3.0-dev \
+                 chromium)
 if [ -n "$native" ]; then
   apt_update
   install $native

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "addin/services.h"
+#include "chat/chat_state.h"
 #include "language/language.h"
 #include "saving/saving_state.h"
 #include "settings/config.h"
@@ -36,6 +37,7 @@ class AddIn {
   outlook::Ref<outlook::Application> oApplication;
 
   SavingState saving;
+  ChatState chat{log};
 
   std::wstring LogPath() const { return services.addin_folder + L"\\Vireo.log"; }
   ConfigStore Store();

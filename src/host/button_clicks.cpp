@@ -1,6 +1,7 @@
 #include "host/button_clicks.h"
 
 #include "base/text.h"
+#include "chat/chat_window.h"
 #include "corvina/version.h"
 #include "host/control_table.h"
 #include "host/web_and_lists.h"
@@ -68,7 +69,9 @@ void Click(AddIn& addin, int index, outlook::Inspector* owner) {
     case 5: return NotInThisBuild(addin, kFeatureTranslator);
     case 8: return NotInThisBuild(addin, kFeatureVirusAlert);
     case 9: return About(addin);
-    case 12: return NotInThisBuild(addin, kFeatureChat);
+    case 12:
+      OpenChatWindow(addin);
+      return addin.services.ui.BringFormToFront(kChatFormName);
     case 13: return NotInThisBuild(addin, kFeatureSearch);
     case 14:
       if (HasOpenMail(addin, owner)) NotInThisBuild(addin, kFeatureRecorder);

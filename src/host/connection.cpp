@@ -1,6 +1,6 @@
 // The connection entry and the start-up sequence behind frmInit.
 #include "base/text.h"
-#include "chat/chat_stage.h"
+#include "chat/chat_receiver.h"
 #include "host/command_bars.h"
 #include "host/des_vireo.h"
 #include "host/web_and_lists.h"

@@ -1,5 +1,6 @@
 // The disconnection entry: save, tidy up and let go of Outlook.
 #include "base/text.h"
+#include "chat/chat_window.h"
 #include "corvina/version.h"
 #include "host/command_bars.h"
 #include "host/des_vireo.h"
@@ -41,8 +42,15 @@ void DesVireo::ClearTempFolder() {
 
 void DesVireo::UnloadAllForms() {
   Guard(addin_.log, Context(), L"UnloadAllForms", [&] {
-    for (const wchar_t* name : kUnloadForms)
-      if (addin_.IsFormLoaded(name)) addin_.services.ui.UnloadForm(name);
+    for (const wchar_t* name : kUnloadForms) {
+      if (!addin_.IsFormLoaded(name)) continue;
+      // The chat window keeps the user list and tidies its board as it closes.
+      if (std::wstring_view(name) == kChatFormName) {
+        CloseChatWindow(addin_);
+        continue;
+      }
+      addin_.services.ui.UnloadForm(name);
+    }
   });
 }
 

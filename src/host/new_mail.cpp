@@ -1,7 +1,8 @@
 #include "host/new_mail.h"
 
 #include "base/text.h"
-#include "chat/chat_stage.h"
+#include "chat/chat_mail.h"
+#include "chat/chat_receiver.h"
 #include "host/newest_item.h"
 #include "saving/auto_copy.h"
 #include "settings/guard.h"

@@ -43,7 +43,6 @@ const LanguageRow kRows[] = {
     {kFeatureDistributionLists, {L"The distribution-list menu"}},
     {kFeatureTranslator, {L"The keyboard-layout translator"}},
     {kFeatureVirusAlert, {L"Virus alert"}},
-    {kFeatureChat, {L"Chat"}},
     {kFeatureSearch, {L"The attachment search"}},
     {kFeatureRecorder, {L"The voice recorder"}},
 
@@ -70,6 +69,26 @@ const LanguageRow kRows[] = {
     {kCreateDestination, {L"Destination directory %1 does not exist\r\nDo you want to create it ?"}},
     {kReplaceFile, {L"The file %1 Already exsists.\r\nDo you want to replace it ?"}},
     {kNoDiskSpace, {L"You do not have enought free disk space on the selected drive"}},
+
+    {kChatCaption, {L"Corvina Chat"}},
+    {kChatSelectRecipient, {L"Please select at least one recipient !"}},
+    {kChatSendFailed, {L"ERROR - Failed to send last message to: %1 (%2) At %3 !!!"}},
+    {kChatSent, {L"Last message sent successfully to: %1"}},
+    {kChatMailNotFound, {L"Can not locate mail, open manually !"}},
+    {kChatCannotExtractUser, {L"Can not extract user, action canceled !"}},
+    {kChatUserExists, {L"User %1 already exists, action canceled !"}},
+    {kChatInvalidEmail, {L"Invalid Email !"}},
+    {kChatEmailSemicolon, {L"Email should not contains ;"}},
+    {kChatEnterNickName, {L"Please enter a NickName."}},
+    {kChatNickNameSemicolon, {L"NickName should not contains ;"}},
+    {kChatEmailExists, {L"Email already exists !"}},
+    {kChatAddressInvalid, {L"The Email you have entered is invalid"}},
+    {kChatClearQuestion, {L"Are you sure u want to clear the message board ?"}},
+    {kChatSaveError, {L"Error saving to a file !"}},
+    {kChatPropertiesCaption, {L"%1 Properties"}},
+    {kChatOwnAddress, {L"Your chat address (others see your messages as from it)"}},
+    {kChatNewUserAddress, {L"The chat address of the new user"}},
+    {kChatSaveTitle, {L"Save the chat board"}},
 };
 
 static_assert(std::size(kRows) == static_cast<size_t>(kCount), "one row per TextId");

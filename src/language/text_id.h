@@ -44,7 +44,6 @@ enum class TextId : uint16_t {
   kFeatureDistributionLists,
   kFeatureTranslator,
   kFeatureVirusAlert,
-  kFeatureChat,
   kFeatureSearch,
   kFeatureRecorder,
 
@@ -70,6 +69,27 @@ enum class TextId : uint16_t {
   kCreateDestination,   // %1: the folder
   kReplaceFile,         // %1: the file
   kNoDiskSpace,
+
+  // frmChat and its dialogs.
+  kChatCaption,
+  kChatSelectRecipient,
+  kChatSendFailed,      // %1: names, %2: addresses, %3: the time
+  kChatSent,            // %1: names
+  kChatMailNotFound,
+  kChatCannotExtractUser,
+  kChatUserExists,      // %1: the address
+  kChatInvalidEmail,
+  kChatEmailSemicolon,
+  kChatEnterNickName,
+  kChatNickNameSemicolon,
+  kChatEmailExists,
+  kChatAddressInvalid,
+  kChatClearQuestion,
+  kChatSaveError,
+  kChatPropertiesCaption,  // %1: the nick name
+  kChatOwnAddress,
+  kChatNewUserAddress,
+  kChatSaveTitle,
 
   kCount
 };

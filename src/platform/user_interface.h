@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/chat_list_view.h"
+
 namespace corvina {
 
 // Classic message box style bits and results.
@@ -69,6 +71,34 @@ struct SavingFormEvents {
   std::function<void()> hide;    // cmdHideMe_Click
 };
 
+// frmChat as it is drawn: the send-to list, the message being written, the files to send with
+// it, the last report, and the board page the browser shows.
+struct ChatWindowView {
+  std::wstring caption;
+  ChatListView users;
+  std::wstring message;
+  bool bold = false;
+  bool italic = false;
+  bool underline = false;
+  uint32_t color = 0;  // 0x00BBGGRR
+  std::vector<std::wstring> attachments;
+  std::wstring status;      // the last send report
+  std::wstring board_path;  // the page the browser shows
+  bool right_to_left = false;
+};
+
+// frmChatUserProperties: the fields of one chat user, edited by the user.
+struct ChatUserPropertiesView {
+  std::wstring caption;
+  std::wstring email;
+  std::wstring nick_name;
+  int16_t status = 1;
+  std::wstring color_user;     // a name of `colors`
+  std::wstring color_message;
+  std::wstring icon;
+  std::vector<std::wstring> colors;  // the names the pickers offer
+};
+
 // Results of the Save button's folder menu besides an entry index.
 inline constexpr int32_t kFolderMenuBrowse = -1;
 inline constexpr int32_t kFolderMenuNone = -2;
@@ -104,6 +134,20 @@ class UserInterface {
   // The shell's folder browser; "" when cancelled.
   virtual std::wstring BrowseForFolder(const std::wstring& title, uint32_t flags,
                                        const std::wstring& start_folder) = 0;
+  // The shell's save-file dialog opening in `start_folder`; "" when cancelled.
+  virtual std::wstring SaveFileDialog(const std::wstring& title, const std::wstring& start_folder,
+                                      const std::wstring& file_name,
+                                      const std::wstring& filter) = 0;
+
+  // frmChat (loaded through LoadForm): draws the window as `view` says, the board page
+  // reloaded from its file.
+  virtual void ShowChatWindow(const ChatWindowView& view) = 0;
+  // One tick of the caption flash: highlighted when `on` (FlashWindow).
+  virtual void FlashChatWindow(bool on) = 0;
+  // frmChatUserProperties, modal: true when the user pressed OK, `view` then holding the edits.
+  virtual bool ShowChatUserProperties(ChatUserPropertiesView& view) = 0;
+  // frmChatMail, modal: the address the user typed, "" when cancelled.
+  virtual std::wstring AskChatAddress(const std::wstring& caption) = 0;
 
 };
 

@@ -8,6 +8,7 @@
 #include <set>
 
 #include "base/text.h"
+#include "chat/chat_window.h"
 #include "host/control_table.h"
 #include "support/sim_world.h"
 
@@ -16,8 +17,9 @@ namespace {
 
 using testing::SimWorld;
 
-enum Phase { kStart, kNewMail, kAbout, kSave, kDeactivate, kShutdown, kPhaseCount };
-const char* const kPhaseNames[] = {"start", "new mail", "about", "save", "deactivate", "shutdown"};
+enum Phase { kStart, kNewMail, kAbout, kSave, kChat, kDeactivate, kShutdown, kPhaseCount };
+const char* const kPhaseNames[] = {"start", "new mail", "about", "save", "chat", "deactivate",
+                                   "shutdown"};
 
 // The procedures a failure of each step may be logged under.
 const std::set<std::wstring>& Allowed(Phase phase) {
@@ -27,13 +29,17 @@ const std::set<std::wstring>& Allowed(Phase phase) {
        L"ChangeLanuage", L"CreateAddInCommandBar", L"CreateAddInButton", L"CreateAddInComboBox",
        L"HookButton", L"ChangeButtonState", L"LoadLocalDistLists", L"LoopForAotuCopyFileTypesAtEntry",
        L"IDTExtensibility2_OnStartupComplete", L"oInspectors_NewInspector", L"LoopForNewChatsAtEntry"},
-      {L"oApplication_NewMail", L"AddItemToTray", L"ReceiveNewChatMail"},
+      {L"oApplication_NewMail", L"AddItemToTray", L"ReceiveNewChatMail", L"GetUserEmailFromBody",
+       L"AutoInsertUser", L"Form_Load", L"ShowIncomingMessage", L"InitChat", L"AddText",
+       L"IsEmailAlreadyExists", L"GetChatUserByEmail", L"FillListView", L"Form_Paint"},
       {L"My_Button9_Click"},
       {L"My_Button1_Click", L"ValidateDestFolders", L"mnu_Folder_Click", L"GetSelectedItems",
        L"ToggleSaveFaceID"},
+      {L"My_Button12_Click", L"cmdSend_Click", L"SendChatMail", L"AddText", L"MarkUserInList", L"Form_Paint"},
       {L"oMainExplorer_Deactivate"},
       {L"IDTExtensibility2_OnBeginShutdown", L"IDTExtensibility2_OnDisconnection",
-       L"cmdClearLog_Click", L"RemoveAddInCommandBarButton", L"SaveConfig", L"UnloadAllForms"},
+       L"cmdClearLog_Click", L"RemoveAddInCommandBarButton", L"SaveConfig", L"UnloadAllForms",
+       L"Form_Unload", L"InitChat"},
   };
   return sets[phase];
 }
@@ -59,6 +65,7 @@ void Prepare(SimWorld& world) {
   world.Store(L"Configuration", L"ExtDest ", L"C:\\Copies;C:\\Copies");
   world.Store(L"Configuration", L"ExtChecked ", L"1;1");
   world.Store(L"Configuration", L"TrayShow", L"1");
+  world.Store(L"Chat", L"ChatEmail", L"me@corvina.example");
   world.files.PutDirectory(L"C:\\Copies");
   // A bar left by an earlier run, with the language box start-up hides: its absence would be
   // logged as error 91 on every run and hide the failures swept here.
@@ -85,6 +92,14 @@ void RunSession(SimWorld& world, std::unique_ptr<DesVireo>& addin, std::vector<u
   mark(kSave);
   world.ui.QueueFolderMenuChoice(0);
   if (auto save = bar ? bar->FindControl(kTagSave) : nullptr) save->Click();
+  mark(kChat);
+  // The chat window answers the sender the new mail inserted into the user list.
+  if (auto chat = bar ? bar->FindControl(kTagChat) : nullptr) chat->Click();
+  if (ChatWindow* window = addin->addin().chat.window.get()) {
+    window->MarkUserInList(L"a@b.example");
+    window->SetMessage(L"Got it, thanks");
+    window->cmdSend_Click();
+  }
   mark(kDeactivate);
   world.store.DeactivateExplorer(world.store.ActiveExplorer());
   mark(kShutdown);
@@ -103,7 +118,7 @@ Phase PhaseOf(uint64_t call, const std::vector<uint64_t>& starts) {
 std::wstring ProcedureOf(const std::wstring& line, const std::wstring& source) {
   const size_t from = line.find(L"Error Source=") + 13;
   std::wstring whole = line.substr(from, line.find(L"\\" + source + L";", from) - from);
-  for (const wchar_t* context : {L"DesVireo", L"Nothing"})
+  for (const wchar_t* context : {L"DesVireo", L"Nothing", L"frmChat", L"ChatControl", L"ChatUsers"})
     if (whole.starts_with(context)) return whole.substr(std::wcslen(context));
   return whole;
 }

@@ -24,7 +24,6 @@ TEST(ToolbarTest, EveryButtonIsRoutedAndSaysWhatItDoes) {
       {kTagSmartSender, L"The distribution-list menu is not part of this build of Corvina."},
       {kTagHebrew, L"The keyboard-layout translator is not part of this build of Corvina."},
       {kTagVirusAlert, L"Virus alert is not part of this build of Corvina."},
-      {kTagChat, L"Chat is not part of this build of Corvina."},
       {kTagSearch, L"The attachment search is not part of this build of Corvina."},
       {kTagVoiceMail, L"Not a mail item"},
   };

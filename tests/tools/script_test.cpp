@@ -80,7 +80,9 @@ TEST(ParseScript, ReportsEveryFaultyLineWithItsNumber) {
       "user anna=\n"                // 17
       "user =folder\n"              // 18
       "user anna\n"                 // 19
-      "show sent\n",                // 20
+      "show sent\n"                 // 20
+      "chat dance\n"                // 21
+      "chat\n",                     // 22
       "demo.script");
   const std::string expected[] = {
       "demo.script:3: unknown action 'clik'",
@@ -99,7 +101,11 @@ TEST(ParseScript, ReportsEveryFaultyLineWithItsNumber) {
       "demo.script:17: user expects name=profile folder",
       "demo.script:18: user expects name=profile folder",
       "demo.script:19: user expects name=profile folder",
-      "demo.script:20: show expects 'deleted'",
+      "demo.script:20: show expects 'inbox' or 'deleted'",
+      "demo.script:21: chat expects a chat command (select, type, format, color, attach, send, "
+      "click, add-user, properties, new-user, own-address, remove-user, clear, save, close, "
+      "activate, flash)",
+      "demo.script:22: chat needs an argument",
   };
   EXPECT_EQ(script.errors, std::vector<std::string>(std::begin(expected), std::end(expected)));
   ASSERT_EQ(script.actions.size(), 1u);

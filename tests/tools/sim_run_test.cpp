@@ -199,6 +199,7 @@ TEST(SimulatorRun, SampleTranscriptsAreAsExpected) {
   } cases[] = {
       {"demo", {"--profile", samples + "/profile", "--script", samples + "/demo.script"}},
       {"two-users", {"--script", samples + "/two-users.script"}},
+      {"chat", {"--script", samples + "/chat.script"}},
       {"help", {"--help"}},
   };
   for (const Case& c : cases) {

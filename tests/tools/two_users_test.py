@@ -63,5 +63,32 @@ for name, (subject, to, attachment) in zip(files, expected):
     copy = os.path.join(scratch, "ben", "drive", "Orders", attachment)
     check(f"{name}: Ben's copy", os.path.isfile(copy) and open(copy, "rb").read() == original, copy)
 
+# The chat sample: the chat mails are mail files too, with the footer another add-in reads.
+chat_scratch = scratch + "-chat"
+shutil.rmtree(chat_scratch, ignore_errors=True)
+run = subprocess.run([sim, "--script", os.path.join(samples, "chat.script"), "--work", chat_scratch],
+                     capture_output=True, env=env, timeout=300)
+check("the chat run ends normally", run.returncode == 0, run.stderr.decode(errors="replace"))
+chat_expected = [  # user, file, first line of the message, address, attachment
+    ("anna", "000-Chat message from_ anna@corvina.example.eml", "Hello Ben! Lunch at 12:30?",
+     "anna@corvina.example", "plan.pdf"),
+    ("ben", "000-Chat message from_ Ben@Corvina.example.eml",
+     "Sure <12:30> & I'll bring \"the numbers\"", "Ben@Corvina.example", None),
+]
+for user, name, first_line, address, attachment in chat_expected:
+    path = os.path.join(chat_scratch, user, "sent", name)
+    check(f"{path}: written", os.path.isfile(path))
+    if not os.path.isfile(path):
+        continue
+    with open(path, "rb") as f:
+        message = email.message_from_binary_file(f, policy=email.policy.default)
+    check(f"{name}: subject", message["Subject"] == "Chat message from: " + address, repr(message["Subject"]))
+    body = message.get_body(preferencelist=("plain",)).get_content().replace("\r\n", "\n")
+    check(f"{name}: message", body.startswith(first_line + "\n"), repr(body[:80]))
+    check(f"{name}: footer", "\n-=-=-=-=-=-=-=-=-=-=-=-=-=-=-=-=-\n<FOOTER>\n" in body and
+          f"<Email>{address}</Email>" in body, repr(body[-200:]))
+    parts = [p.get_filename() for p in message.iter_attachments()]
+    check(f"{name}: attachments", parts == ([attachment] if attachment else []), repr(parts))
+
 print(f"{passed} passed, {failed} failed")
 sys.exit(1 if failed else 0)

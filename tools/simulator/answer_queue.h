@@ -47,6 +47,27 @@ class AnswerQueue : public UserInterface {
     Before();
     return inner_.BrowseForFolder(title, flags, start_folder);
   }
+  std::wstring SaveFileDialog(const std::wstring& title, const std::wstring& start_folder,
+                              const std::wstring& file_name, const std::wstring& filter) override {
+    Before();
+    return inner_.SaveFileDialog(title, start_folder, file_name, filter);
+  }
+  void ShowChatWindow(const ChatWindowView& view) override {
+    Before();
+    inner_.ShowChatWindow(view);
+  }
+  void FlashChatWindow(bool on) override {
+    Before();
+    inner_.FlashChatWindow(on);
+  }
+  bool ShowChatUserProperties(ChatUserPropertiesView& view) override {
+    Before();
+    return inner_.ShowChatUserProperties(view);
+  }
+  std::wstring AskChatAddress(const std::wstring& caption) override {
+    Before();
+    return inner_.AskChatAddress(caption);
+  }
 
  private:
   void Before() {

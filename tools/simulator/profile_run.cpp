@@ -232,12 +232,12 @@ bool ProfileRun::DeleteMail(int32_t position) {
   }
 }
 
-void ProfileRun::ShowDeleted() {
-  const auto& items = store_.Folder(outlook::olFolderDeletedItems).items;
-  Say(L"  Deleted Items (" + std::to_wstring(items.size()) + L"):");
+void ProfileRun::ShowFolder(bool inbox) {
+  const auto& items = store_.Folder(inbox ? outlook::olFolderInbox : outlook::olFolderDeletedItems).items;
+  Say(std::wstring(inbox ? L"  Inbox (" : L"  Deleted Items (") + std::to_wstring(items.size()) + L"):");
   for (size_t i = 0; i < items.size(); ++i)
     Say(L"    " + std::to_wstring(i + 1) + L". \"" + items[i]->subject + L"\" from " +
-        items[i]->sender_name);
+        items[i]->sender_name + (items[i]->unread ? L", unread" : L", read"));
 }
 
 bool ProfileRun::Do(const Action& action) {
@@ -253,9 +253,16 @@ bool ProfileRun::Do(const Action& action) {
     case Verb::kCombo: return Click(L"Vireo", action.text, &action.choice);
     case Verb::kAnswer: ui_.Push(action.answer); return true;
     case Verb::kSend: return SendMail(action.text, action.choice);
-    case Verb::kShow: ShowDeleted(); return true;
+    case Verb::kShow: ShowFolder(EqualsIgnoreCase(action.text, L"inbox")); return true;
     case Verb::kAttach: attachments_to_send_.push_back(action.text); return true;
     case Verb::kDelete: return !action.numbers.empty() && DeleteMail(action.numbers[0]);
+    case Verb::kChat:
+      if (!addin_) {
+        Say(L"  Outlook is not running");
+        return false;
+      }
+      return chat_.Perform(addin_->addin(), recorded_ui_, action.text,
+                           [this](const std::wstring& line) { Say(line); });
     case Verb::kChooseFolder:
       if (action.numbers.empty()) return false;
       recorded_ui_.QueueFolderMenuChoice(action.numbers[0]);
@@ -426,6 +433,10 @@ ProfileRun::Snapshot ProfileRun::TakeSnapshot() const {
 }
 
 void ProfileRun::PrintFileChanges() {
+  if (addin_ && addin_->addin().oApplication)
+    chat_.PrintChanges(addin_->addin(), [this](const std::wstring& line) { Say(line); });
+  else
+    chat_.Forget();
   Snapshot now = TakeSnapshot();
   for (const auto& [file, info] : now) {
     auto before = files_before_.find(file);

@@ -22,6 +22,7 @@
 #include "platform/sim/sim_clock.h"
 #include "platform/sim/ui_event.h"
 #include "simulator/answer_queue.h"
+#include "simulator/chat_script.h"
 #include "simulator/script.h"
 
 namespace corvina::simulator {
@@ -72,7 +73,8 @@ class ProfileRun {
   bool SendMail(const std::wstring& to, const std::wstring& subject);
   // MailItem.Delete on Inbox item n, as a feature that removes mail would call it.
   bool DeleteMail(int32_t position);
-  void ShowDeleted();
+  // `show inbox` or `show deleted`: the folder's mails, read or unread.
+  void ShowFolder(bool inbox);
   bool Start(int explorers);
   bool Stop(int32_t mode);
   bool Deliver(const std::wstring& file);
@@ -110,7 +112,8 @@ class ProfileRun {
   std::optional<sim::UiEvent> saving_form_;
   uint64_t saved_at_form_ = 0, saved_printed_ = 0;
   std::wstring last_saving_line_;
-  std::vector<std::wstring> attachments_to_send_;  // `attach` files for the next `send`
+  std::vector<std::wstring> attachments_to_send_;
+  ChatWatch chat_;  // `attach` files for the next `send`
 };
 
 }  // namespace corvina::simulator

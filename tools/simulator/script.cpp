@@ -46,7 +46,13 @@ constexpr VerbInfo kVerbs[] = {
     {"show", Verb::kShow, Args::kText},
     {"attach", Verb::kAttach, Args::kText},
     {"delete", Verb::kDelete, Args::kNumber, 1},
+    {"chat", Verb::kChat, Args::kText},
 };
+
+constexpr std::wstring_view kChatCommands[] = {
+    L"select", L"type",  L"format", L"color", L"attach", L"send", L"click", L"add-user",
+    L"properties", L"new-user", L"own-address", L"remove-user", L"clear", L"save", L"close",
+    L"activate", L"flash"};
 
 constexpr std::pair<std::string_view, MsgBoxButton> kButtons[] = {
     {"yes", MsgBoxButton::kYes}, {"no", MsgBoxButton::kNo},
@@ -149,6 +155,11 @@ std::string ParseArgs(const VerbInfo& info, std::string_view args, Action& actio
 
 }  // namespace
 
+bool IsChatCommand(std::wstring_view word) {
+  return std::any_of(std::begin(kChatCommands), std::end(kChatCommands),
+                     [&](std::wstring_view c) { return EqualsIgnoreCase(word, c); });
+}
+
 std::string_view VerbName(Verb verb) {
   for (const VerbInfo& info : kVerbs) {
     if (info.verb == verb) return info.name;
@@ -213,8 +224,14 @@ Script ParseScript(std::string_view text, std::string_view source) {
     if (message.empty() && action.verb == Verb::kUser &&
         (equals == 0 || equals == std::wstring::npos || equals + 1 == action.text.size()))
       message = "expects name=profile folder";
-    if (message.empty() && action.verb == Verb::kShow && Lower(ToUtf8(action.text)) != "deleted")
-      message = "expects 'deleted'";
+    if (message.empty() && action.verb == Verb::kChat &&
+        !IsChatCommand(action.text.substr(0, action.text.find(L' '))))
+      message = "expects a chat command (select, type, format, color, attach, send, click, "
+                "add-user, properties, new-user, own-address, remove-user, clear, save, close, "
+                "activate, flash)";
+    if (message.empty() && action.verb == Verb::kShow && Lower(ToUtf8(action.text)) != "deleted" &&
+        Lower(ToUtf8(action.text)) != "inbox")
+      message = "expects 'inbox' or 'deleted'";
     if (!message.empty()) {
       fail(verb + " " + message);
       continue;

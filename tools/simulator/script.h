@@ -9,8 +9,12 @@
 //   click <tag>             click-inspector <tag>     answer yes|no|ok|cancel [dont-show]
 //   choose-folder <n>       browse-folder <path>      cancel-after <n>        advance <minutes>
 //   combo <tag> <text>      stop                      remove                  print <text>
-//   user <name>=<profile>   as <name>                 send <to> <subject>     show deleted
+//   user <name>=<profile>   as <name>                 send <to> <subject>     show inbox|deleted
 //   hold-mail               deliver-held              attach <C:\path>       delete <n>
+//   chat <command> [...]    the chat window: select, type, format, color, attach, send,
+//                           click <n>, add-user <n>, properties <address> [field=value ...],
+//                           new-user, own-address, remove-user, clear, save, close,
+//                           activate, flash [n]
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -26,7 +30,9 @@ enum class Verb {
   // Several users: declaring one, choosing whose actions follow, the mail between them.
   kUser, kAs, kSend, kHoldMail, kDeliverHeld, kShow,
   // What features that send or delete mail will do, done through the object model by hand.
-  kAttach, kDelete
+  kAttach, kDelete,
+  // The chat window: the command and its arguments in `text`.
+  kChat
 };
 
 struct Action {
@@ -42,6 +48,9 @@ struct Action {
   MsgBoxAnswer answer;  // answer: the button and the "don't show again" box
   int line = 0;         // 1-based line in the script
 };
+
+// The words that may follow `chat`.
+bool IsChatCommand(std::wstring_view word);
 
 // The verb as written in scripts ("click-inspector").
 std::string_view VerbName(Verb verb);

@@ -234,7 +234,10 @@ void MemoryFileSystem::AppendFile(const std::wstring& path, std::string_view byt
   if (bytes.size() > loc.drive->free_bytes) ThrowFileError(kErrDiskFull, path);
   auto& slot = loc.parent->children[FoldName(loc.name)];
   if (!slot) slot = std::make_unique<Node>(Node{loc.name, false, false, {}, {}});
-  Store(*loc.drive, *slot, slot->bytes + std::string(bytes));
+  // In place: a log or a board appended to a thousand times must not be copied each time.
+  loc.drive->free_bytes -= bytes.size();
+  loc.drive->used_bytes += bytes.size();
+  slot->bytes.append(bytes);
 }
 
 void MemoryFileSystem::CopyFile(const std::wstring& from, const std::wstring& to,

@@ -214,6 +214,67 @@ std::wstring ScriptedUserInterface::BrowseForFolder(const std::wstring& title, u
   return result;
 }
 
+std::wstring ScriptedUserInterface::SaveFileDialog(const std::wstring& title,
+                                                   const std::wstring& start_folder,
+                                                   const std::wstring& /*file_name*/,
+                                                   const std::wstring& /*filter*/) {
+  faults_.Enter(Service::kUserInterface, "SaveFileDialog");
+  UiEvent e = MakeEvent(UiEventKind::kSaveFile, start_folder);
+  e.title = title;
+  if (save_results_.empty()) {
+    e.defaulted = true;
+  } else {
+    e.result_text = save_results_.front();
+    save_results_.pop_front();
+  }
+  std::wstring result = e.result_text;
+  Record(std::move(e));
+  return result;
+}
+
+void ScriptedUserInterface::ShowChatWindow(const ChatWindowView& view) {
+  faults_.Enter(Service::kUserInterface, "ShowChatWindow");
+  chat_view_ = view;
+  ++chat_draws_;
+}
+
+void ScriptedUserInterface::FlashChatWindow(bool on) {
+  faults_.Enter(Service::kUserInterface, "FlashChatWindow");
+  chat_flash_on_ = on;
+  ++chat_flash_ticks_;
+}
+
+bool ScriptedUserInterface::ShowChatUserProperties(ChatUserPropertiesView& view) {
+  faults_.Enter(Service::kUserInterface, "ShowChatUserProperties");
+  UiEvent e = MakeEvent(UiEventKind::kChatUserProperties, view.caption);
+  bool ok = false;
+  if (properties_edits_.empty()) {
+    e.defaulted = true;
+  } else {
+    auto edit = std::move(properties_edits_.front());
+    properties_edits_.pop_front();
+    ok = edit(view);
+  }
+  e.result = ok ? 1 : 0;
+  e.properties = view;
+  Record(std::move(e));
+  return ok;
+}
+
+std::wstring ScriptedUserInterface::AskChatAddress(const std::wstring& caption) {
+  faults_.Enter(Service::kUserInterface, "AskChatAddress");
+  UiEvent e = MakeEvent(UiEventKind::kChatAddress, caption);
+  if (addresses_.empty()) {
+    e.defaulted = true;
+  } else {
+    e.result_text = addresses_.front();
+    addresses_.pop_front();
+  }
+  std::wstring result = e.result_text;
+  Record(std::move(e));
+  return result;
+}
+
 std::vector<std::wstring> ScriptedUserInterface::Transcript() const {
   std::vector<std::wstring> lines;
   lines.reserve(events_.size());

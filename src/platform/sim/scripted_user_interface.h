@@ -37,6 +37,20 @@ class ScriptedUserInterface : public UserInterface {
   void QueueFolderMenuChoice(int32_t choice) { menu_choices_.push_back(choice); }
   // The folder browser's next result; "" is Cancel (the default).
   void QueueBrowseResult(std::wstring folder) { browse_results_.push_back(std::move(folder)); }
+  // The save-file dialog's next result; "" is Cancel (the default).
+  void QueueSaveFileResult(std::wstring path) { save_results_.push_back(std::move(path)); }
+  // The next user properties dialog: the edit makes the user's changes to the fields and
+  // returns true for OK, false for Cancel. With nothing queued the dialog is cancelled.
+  void QueueChatUserProperties(std::function<bool(ChatUserPropertiesView&)> edit) {
+    properties_edits_.push_back(std::move(edit));
+  }
+  // The address dialog's next answer; "" is Cancel (the default).
+  void QueueChatAddress(std::wstring address) { addresses_.push_back(std::move(address)); }
+  // frmChat as last drawn, and the caption flash.
+  const ChatWindowView& chat_view() const { return chat_view_; }
+  uint64_t chat_draws() const { return chat_draws_; }
+  bool chat_flash_on() const { return chat_flash_on_; }
+  uint64_t chat_flash_ticks() const { return chat_flash_ticks_; }
   // Presses frmSaving's Cancel: the handler runs at the next DoEvents, as a click would.
   void PressSavingCancel() { cancel_pressed_ = true; }
   // Runs at every DoEvents (before a pressed Cancel is handled), so a test can act, and press
@@ -57,6 +71,14 @@ class ScriptedUserInterface : public UserInterface {
                          const std::wstring& browse_caption) override;
   std::wstring BrowseForFolder(const std::wstring& title, uint32_t flags,
                                const std::wstring& start_folder) override;
+  std::wstring SaveFileDialog(const std::wstring& title, const std::wstring& start_folder,
+                              const std::wstring& file_name, const std::wstring& filter) override;
+  // The chat window is not a line of the transcript at each redraw: the simulator prints the
+  // board blocks and reports itself.
+  void ShowChatWindow(const ChatWindowView& view) override;
+  void FlashChatWindow(bool on) override;
+  bool ShowChatUserProperties(ChatUserPropertiesView& view) override;
+  std::wstring AskChatAddress(const std::wstring& caption) override;
 
   // What was shown, in order (DoEvents is only counted: it would drown the transcript).
   const std::vector<UiEvent>& events() const { return events_; }
@@ -83,6 +105,13 @@ class ScriptedUserInterface : public UserInterface {
   std::function<void()> do_events_hook_;
   SavingFormView saving_view_;
   SavingFormEvents saving_events_;
+  std::deque<std::wstring> save_results_;
+  std::deque<std::function<bool(ChatUserPropertiesView&)>> properties_edits_;
+  std::deque<std::wstring> addresses_;
+  ChatWindowView chat_view_;
+  uint64_t chat_draws_ = 0;
+  bool chat_flash_on_ = false;
+  uint64_t chat_flash_ticks_ = 0;
 };
 
 }  // namespace corvina::sim

@@ -127,6 +127,20 @@ std::wstring Describe(const UiEvent& e) {
     case UiEventKind::kBrowse:
       return L"[browse] " + Quoted(e.title) + L" from " + Quoted(e.text) + L" -> " +
              (e.result_text.empty() ? std::wstring(L"(cancelled)") : Quoted(e.result_text)) + Remark(e);
+    case UiEventKind::kSaveFile:
+      return L"[save file] " + Quoted(e.title) + L" from " + Quoted(e.text) + L" -> " +
+             (e.result_text.empty() ? std::wstring(L"(cancelled)") : Quoted(e.result_text)) + Remark(e);
+    case UiEventKind::kChatUserProperties:
+      return L"[dialog] " + Quoted(e.text) + L" -> " +
+             (e.result == 0 ? L"Cancel" + Remark(e)
+                            : L"OK: email " + Quoted(e.properties.email) + L", nick " +
+                                  Quoted(e.properties.nick_name) + L", status " +
+                                  std::to_wstring(e.properties.status) + L", colours " +
+                                  e.properties.color_user + L"/" + e.properties.color_message +
+                                  L", icon " + Quoted(e.properties.icon));
+    case UiEventKind::kChatAddress:
+      return L"[address] " + Quoted(e.text) + L" -> " +
+             (e.result_text.empty() ? std::wstring(L"(cancelled)") : Quoted(e.result_text)) + Remark(e);
   }
   return L"[?]";
 }

@@ -9,7 +9,7 @@ namespace corvina::sim {
 
 enum class UiEventKind {
   kMsgBox, kShowMsgBox, kProgressText, kLoadForm, kUnloadForm, kFormToFront, kSavingForm,
-  kFolderMenu, kBrowse
+  kFolderMenu, kBrowse, kSaveFile, kChatUserProperties, kChatAddress
 };
 
 struct UiEvent {
@@ -22,6 +22,7 @@ struct UiEvent {
   // ShowMsgBox
   MsgBoxView view;
   SavingFormView saving;
+  ChatUserPropertiesView properties;  // as the user left the dialog
   std::wstring result_text;  // the folder a browser returned
   MsgBoxAnswer answer;
   // Either box: the answer queue was empty, so the box answered its default; or the queued

@@ -9,6 +9,8 @@
 #include "platform/win32/saving_window.h"
 #include "platform/win32/windows_api.h"
 
+#include <commdlg.h>
+
 namespace corvina::win32 {
 namespace {
 
@@ -114,5 +116,37 @@ std::wstring Win32UserInterface::BrowseForFolder(const std::wstring& title, uint
   if (auto_answer_) return Environment(L"CORVINA_AUTOBROWSE");
   return RunFolderBrowser(title, flags, start_folder);
 }
+
+std::wstring Win32UserInterface::SaveFileDialog(const std::wstring& title,
+                                                const std::wstring& start_folder,
+                                                const std::wstring& file_name,
+                                                const std::wstring& filter) {
+  if (auto_answer_) return Environment(L"CORVINA_AUTOSAVE");
+  // The filter is "Name|*.ext|..." as typed; the dialog wants NUL separators and a double end.
+  std::wstring filters = filter;
+  for (wchar_t& c : filters)
+    if (c == L'|') c = L'\0';
+  filters.append(2, L'\0');
+  std::wstring buffer = file_name;
+  buffer.resize(std::max<size_t>(buffer.size() + 1, 32768), L'\0');
+  OPENFILENAMEW dialog{};
+  dialog.lStructSize = sizeof(dialog);
+  dialog.lpstrFilter = filters.c_str();
+  dialog.lpstrFile = buffer.data();
+  dialog.nMaxFile = static_cast<DWORD>(buffer.size());
+  dialog.lpstrInitialDir = start_folder.c_str();
+  dialog.lpstrTitle = title.c_str();
+  dialog.Flags = OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST | OFN_NOCHANGEDIR;
+  if (!GetSaveFileNameW(&dialog)) return L"";
+  return std::wstring(buffer.c_str());
+}
+
+void Win32UserInterface::ShowChatWindow(const ChatWindowView& /*view*/) {}
+
+void Win32UserInterface::FlashChatWindow(bool /*on*/) {}
+
+bool Win32UserInterface::ShowChatUserProperties(ChatUserPropertiesView& /*view*/) { return false; }
+
+std::wstring Win32UserInterface::AskChatAddress(const std::wstring& /*caption*/) { return L""; }
 
 }  // namespace corvina::win32

@@ -37,6 +37,15 @@ class Win32UserInterface : public UserInterface {
                          const std::wstring& browse_caption) override;
   std::wstring BrowseForFolder(const std::wstring& title, uint32_t flags,
                                const std::wstring& start_folder) override;
+  // The common save dialog; under CORVINA_AUTOANSWER it answers CORVINA_AUTOSAVE (or Cancel).
+  std::wstring SaveFileDialog(const std::wstring& title, const std::wstring& start_folder,
+                              const std::wstring& file_name, const std::wstring& filter) override;
+  // The chat window's Windows drawing comes with its own window class; until then the board
+  // file is kept up to date and nothing is drawn, and the two chat dialogs answer Cancel.
+  void ShowChatWindow(const ChatWindowView& view) override;
+  void FlashChatWindow(bool on) override;
+  bool ShowChatUserProperties(ChatUserPropertiesView& view) override;
+  std::wstring AskChatAddress(const std::wstring& caption) override;
 
  private:
   std::optional<AutoAnswer> auto_answer_;

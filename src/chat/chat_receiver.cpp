@@ -1,0 +1,106 @@
+#include "chat/chat_receiver.h"
+
+#include "base/text.h"
+#include "chat/chat_mail.h"
+#include "chat/chat_users.h"
+#include "chat/chat_window.h"
+#include "mail/folder_loop.h"
+
+namespace corvina {
+namespace {
+
+// GetUserEmailFromBody under its own name: a tag past the 16-bit positions logs and gives no
+// sender, so the mail is shown as from an unknown user and no user is inserted.
+std::wstring SenderFromFooter(AddIn& addin, const std::wstring& body) {
+  return addin.Run(L"GetUserEmailFromBody", std::wstring(),
+                   [&] { return GetUserEmailFromBody(body); });
+}
+
+}  // namespace
+
+void ReceiveNewChatMail(AddIn& addin, outlook::Item& mail) {
+  addin.Run(L"ReceiveNewChatMail", [&] {
+    const std::wstring subject = mail.Subject();
+    if (addin.config.ChatBlockAll != L"0" || !IsThisChatEmail(subject)) return;
+    const std::wstring body = mail.Body();
+    ChatUsers& users = addin.chat.users;
+    std::wstring sender;
+    if (IsReplySubject(subject)) {
+      // A reply carries the quoted footer of the mail it answers: the footer's address is the
+      // replier's correspondent, not the replier, so it decides nothing here.
+      sender = kReplySender;
+    } else {
+      sender = SenderFromFooter(addin, body);
+      if (users.IsEmailAlreadyExists(sender)) {
+        const ChatUser* user = users.GetChatUserByEmail(sender);
+        if (user && user->Status() == kChatUserBlocked) return;  // left unread in the Inbox
+      }
+      if (addin.config.ChatAutoInsertUser == L"1" && !sender.empty() &&
+          !users.IsEmailAlreadyExists(sender)) {
+        AutoInsertUser(addin, sender);
+      }
+    }
+    auto attachments = mail.Attachments();
+    const int32_t attachment_count = attachments->Count();
+    ChatWindow& window = OpenChatWindow(addin);
+    window.ShowIncomingMessage(sender, body, attachment_count, mail.EntryID());
+    if (addin.config.ChatBeepOnMsg == L"1") addin.services.beeper.Beep();
+    mail.SetUnRead(false);
+    // A mail with attachments stays, so its files can still be opened from the board.
+    if (attachment_count == 0 && addin.config.ChatDeleteMsg == L"1") mail.Delete();
+  });
+}
+
+void LoopForNewChatsAtEntry(AddIn& addin) {
+  addin.Run(L"LoopForNewChatsAtEntry", [&] {
+    if (!addin.oApplication) return;
+    auto inbox = addin.oApplication->GetNamespace(L"MAPI")->GetDefaultFolder(outlook::olFolderInbox);
+    const LoopParameters loop = GetLoopParametersByFolder(*inbox);
+    if (loop.end == 0) return;
+    auto items = inbox->Items();
+    int32_t end = loop.end;
+    for (int32_t i = loop.start; loop.step > 0 ? i <= end : i >= end; i += loop.step) {
+      auto item = items->Item(i);
+      if (item->Class() != outlook::olMail) continue;
+      if (IsOlderThanLastMonitor(*item, addin.config)) return;
+      const std::wstring subject = item->Subject();
+      if (!CheckNewChat(subject, L"")) continue;
+      // Only a chat mail's body is read: on a large Inbox every read is a call into Outlook.
+      const std::wstring body = item->Body();
+      ChatWindow& window = OpenChatWindow(addin);
+      window.ShowIncomingMessage(SweepSender(subject), body, 0, L"");
+      addin.services.beeper.Beep();
+      item->SetUnRead(false);
+      item->Delete();
+      // Walking upwards, the next mail has just moved into this position.
+      if (loop.step > 0) {
+        i -= loop.step;
+        --end;
+      }
+    }
+  });
+}
+
+bool AutoInsertUser(AddIn& addin, const std::wstring& email) {
+  return addin.Run(L"AutoInsertUser", false, [&] {
+    const std::wstring address = Trim(email);
+    ChatUser& user =
+        addin.chat.users.Add(address, address, kChatUserActive, 0, 0, L"2", L"");
+    OpenChatWindow(addin).AddUserRow(user);
+    return true;
+  });
+}
+
+void LoadChatUsers(AddIn& addin) {
+  const Config& c = addin.config;
+  ChatUsers& users = addin.chat.users;
+  // Addresses first: they create the users the other lists fill in.
+  users.InitializeData(c.ChatUserEmail, kChatFieldEmail);
+  users.InitializeData(c.ChatUserNickName, kChatFieldNickName);
+  users.InitializeData(c.ChatUserIcon, kChatFieldIcon);
+  users.InitializeData(c.ChatUserStatus, kChatFieldStatus);
+  users.InitializeData(c.ChatUserColorChatUser, kChatFieldColorChatUser);
+  users.InitializeData(c.ChatUserColorChatMessage, kChatFieldColorChatMessage);
+}
+
+}  // namespace corvina

@@ -1,0 +1,250 @@
+#include "chat/chat_users.h"
+
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "base/error.h"
+#include "base/text.h"
+#include "settings/guard.h"
+
+namespace corvina {
+namespace {
+
+const std::wstring kContext = L"ChatUsers";
+
+// What a classic collection raises for a key it already holds.
+constexpr int32_t kErrKeyInUse = 457;
+
+// Settings key of each field, indexed by field number.
+constexpr std::array<const wchar_t*, 6> kFieldKeys = {
+    L"ChatUserEmail",         L"ChatUserNickName",         L"ChatUserStatus",
+    L"ChatUserColorChatMessage", L"ChatUserColorChatUser", L"ChatUserIcon"};
+
+// The order SaveConfig writes the lists in.
+constexpr std::array<int, 6> kSaveOrder = {kChatFieldEmail,         kChatFieldNickName,
+                                           kChatFieldIcon,          kChatFieldStatus,
+                                           kChatFieldColorChatUser, kChatFieldColorChatMessage};
+
+bool IsField(int field) { return field >= kChatFieldEmail && field <= kChatFieldIcon; }
+
+// A colour is loaded as a signed 32-bit number, so it is written as one: a pattern with the
+// top bit set then reads back instead of overflowing.
+std::wstring ColorText(ChatColor color) { return std::to_wstring(static_cast<int32_t>(color)); }
+
+}  // namespace
+
+ChatUser& ChatUsers::Add(const std::wstring& email, const std::wstring& nick_name, int16_t status,
+                         ChatColor color_chat_message, ChatColor color_chat_user,
+                         const std::wstring& icon, const std::wstring& key) {
+  auto user = std::make_unique<ChatUser>();
+  user->SetNickName(nick_name);
+  user->SetEmail(email);
+  user->SetStatus(status);
+  user->SetColorChatMessage(color_chat_message);
+  user->SetColorChatUser(color_chat_user);
+  user->SetIcon(icon);
+  ChatUser& added = *user;
+
+  std::wstring folded = key.empty() ? std::wstring() : LCase(key);
+  if (!key.empty() && keyed_.contains(folded))
+    Raise(kErrKeyInUse, L"This key is already associated with an element of this collection");
+  users_.push_back(Entry{key, std::move(user)});
+  if (!key.empty()) {
+    try {
+      keyed_.emplace(std::move(folded), &added);
+    } catch (...) {
+      users_.pop_back();  // all or nothing: no user the key table does not know about
+      throw;
+    }
+  }
+  return added;
+}
+
+ChatUser& ChatUsers::Item(int32_t index) {
+  if (index < 1 || index > Count()) Raise(kErrSubscript, L"Subscript out of range");
+  return *users_[static_cast<size_t>(index - 1)].user;
+}
+
+ChatUser& ChatUsers::Item(const std::wstring& key) {
+  auto found = keyed_.find(LCase(key));
+  if (found == keyed_.end()) Raise(kErrSubscript, L"Subscript out of range");
+  return *found->second;
+}
+
+void ChatUsers::Remove(int32_t index) {
+  if (index < 1 || index > Count()) Raise(kErrSubscript, L"Subscript out of range");
+  RemoveAt(static_cast<size_t>(index - 1));
+}
+
+void ChatUsers::Remove(const std::wstring& key) {
+  auto found = keyed_.find(LCase(key));
+  if (found == keyed_.end()) Raise(kErrSubscript, L"Subscript out of range");
+  for (size_t i = 0; i < users_.size(); ++i) {
+    if (users_[i].user.get() == found->second) {
+      RemoveAt(i);
+      return;
+    }
+  }
+}
+
+void ChatUsers::RemoveAt(size_t position) {
+  auto at = users_.begin() + static_cast<std::ptrdiff_t>(position);
+  if (!at->key.empty()) keyed_.erase(LCase(at->key));
+  users_.erase(at);
+}
+
+bool ChatUsers::RemoveByEmail(const std::wstring& email) {
+  return Guard(log_, kContext, L"RemoveByEmail", false, [&] {
+    for (size_t i = 0; i < users_.size(); ++i) {
+      if (users_[i].user->Email() == email) {
+        RemoveAt(i);
+        return true;
+      }
+    }
+    return false;
+  });
+}
+
+bool ChatUsers::IsEmailAlreadyExists(const std::wstring& email) {
+  return Guard(log_, kContext, L"IsEmailAlreadyExists", false, [&] {
+    for (const Entry& entry : users_)
+      if (entry.user->Email() == email) return true;
+    return false;
+  });
+}
+
+bool ChatUsers::IsEmailChangeWillCauseDuplication(const std::wstring& old_email,
+                                                  const std::wstring& new_email) {
+  return Guard(log_, kContext, L"IsEmailChangeWillCauseDuplication", false, [&] {
+    if (Trim(old_email) == Trim(new_email)) return false;
+    for (const Entry& entry : users_)
+      if (entry.user->Email() == new_email) return true;
+    return false;
+  });
+}
+
+ChatUser* ChatUsers::GetChatUserByEmail(const std::wstring& email) {
+  return Guard(log_, kContext, L"GetChatUserByEmail", static_cast<ChatUser*>(nullptr),
+               [&]() -> ChatUser* {
+                 const std::wstring wanted = LCase(email);
+                 for (const Entry& entry : users_)
+                   if (LCase(entry.user->Email()) == wanted) return entry.user.get();
+                 return nullptr;
+               });
+}
+
+bool ChatUsers::FillListView(ChatListView& view, const std::wstring& image_list) {
+  return Guard(log_, kContext, L"FillListView", false, [&] {
+    view.small_icons = image_list;
+    view.rows.reserve(view.rows.size() + users_.size());
+    for (const Entry& entry : users_) {
+      const ChatUser& user = *entry.user;
+      ChatListRow row;
+      row.key = user.Email();
+      row.text = user.NickName();
+      row.icon_key = StatusImageKey(user.Status());
+      row.fore_color = user.ColorChatUser();
+      row.sub_item = user.Email();
+      view.rows.push_back(std::move(row));
+    }
+    return true;
+  });
+}
+
+bool ChatUsers::InitializeData(const std::wstring& data, int field) {
+  return Guard(log_, kContext, L"InitializeData", false, [&] {
+    const std::wstring trimmed = Trim(data);
+    if (trimmed.empty()) return true;
+    std::wstring_view rest = trimmed;
+    while (!rest.empty() && rest.front() == L';') rest.remove_prefix(1);
+    while (!rest.empty() && rest.back() == L';') rest.remove_suffix(1);
+
+    int32_t position = 1;
+    // Sets the field of the position-th user (or, for the address list, adds the user). A
+    // failure keeps its number; its text gains the list and position, so the one log line
+    // tells where the stored list is damaged.
+    auto load = [&](std::wstring_view value) {
+      try {
+        switch (field) {
+          case kChatFieldEmail:
+            Add(std::wstring(value), L"", kChatUserActive, 0, 0, L"2", L"");
+            break;
+          case kChatFieldNickName:
+            Item(position).SetNickName(Trim(value));
+            break;
+          case kChatFieldStatus:
+            Item(position).SetStatus(ToInteger(value));
+            break;
+          case kChatFieldColorChatMessage:
+            Item(position).SetColorChatMessage(static_cast<ChatColor>(ToLong(value)));
+            break;
+          case kChatFieldColorChatUser:
+            Item(position).SetColorChatUser(static_cast<ChatColor>(ToLong(value)));
+            break;
+          case kChatFieldIcon:
+            Item(position).SetIcon(Trim(value));
+            break;
+          default:
+            break;
+        }
+      } catch (const Error& e) {
+        throw Error(e.number(), e.source(),
+                    e.description() + L" (" + kFieldKeys[static_cast<size_t>(field)] +
+                        L", value " + std::to_wstring(position) + L")");
+      }
+    };
+    // One pass over the text: each value is a view into it, nothing is cut or copied per step.
+    for (size_t cut; (cut = rest.find(L';')) != std::wstring_view::npos; ++position) {
+      load(rest.substr(0, cut));
+      rest.remove_prefix(cut + 1);
+    }
+    load(Trim(rest));
+    return true;
+  });
+}
+
+std::wstring ChatUsers::ListText(int field) const {
+  std::wstring text;
+  if (!IsField(field)) return text;
+  for (const Entry& entry : users_) {
+    const ChatUser& user = *entry.user;
+    switch (field) {
+      case kChatFieldEmail:
+        text += user.Email();
+        break;
+      case kChatFieldNickName:
+        text += user.NickName();
+        break;
+      case kChatFieldStatus:
+        text += std::to_wstring(user.Status());
+        break;
+      case kChatFieldColorChatMessage:
+        text += ColorText(user.ColorChatMessage());
+        break;
+      case kChatFieldColorChatUser:
+        text += ColorText(user.ColorChatUser());
+        break;
+      default:
+        text += user.Icon();
+        break;
+    }
+    text += L';';
+  }
+  return text;
+}
+
+std::wstring ChatUsers::GetAllAsStringByType(int field) {
+  return Guard(log_, kContext, L"GetAllAsStringByType", std::wstring(),
+               [&] { return ListText(field); });
+}
+
+bool ChatUsers::SaveConfig(SettingsTree& settings) {
+  return Guard(log_, kContext, L"SaveConfig", false, [&] {
+    for (int field : kSaveOrder)
+      settings.Write(L"Vireo", L"Chat", kFieldKeys[static_cast<size_t>(field)], ListText(field));
+    return true;
+  });
+}
+
+}  // namespace corvina

@@ -1,0 +1,465 @@
+#include "chat/chat_window.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "chat/chat_colors.h"
+#include "chat/chat_mail.h"
+#include "chat/chat_users.h"
+#include "settings/guard.h"
+
+namespace corvina {
+namespace {
+
+// The class name frmChat's procedures log under.
+constexpr wchar_t kContext[] = L"frmChat";
+// The unknown sender's address on the board: no address can be taken from it.
+constexpr wchar_t kUnknownUser[] = L"Unknown User";
+// The board's key for the user's own blocks, which no address can equal.
+constexpr wchar_t kOwnSpeaker[] = L"<own>";
+
+// The entities the board writes into attribute values, back to their characters: a browser
+// hands the clicked element's HTML over with the escaping still in it.
+std::wstring DecodeAttribute(std::wstring value) {
+  static constexpr std::pair<const wchar_t*, const wchar_t*> kEntities[] = {
+      {L"&quot;", L"\""}, {L"&#39;", L"'"}, {L"&#x27;", L"'"}, {L"&#96;", L"`"},
+      {L"&#x60;", L"`"},  {L"&lt;", L"<"},  {L"&gt;", L">"},   {L"&amp;", L"&"}};
+  for (const auto& [entity, text] : kEntities) value = Replace(value, entity, text);
+  return value;
+}
+
+// The text after `name` up to the first of `stops`, found ignoring the letter case of the
+// attribute name (browsers lower-case it when they hand the HTML back).
+std::wstring AttributeAfter(const std::wstring& html, const std::wstring& name,
+                            const wchar_t* stops) {
+  const size_t at = LCase(html).find(LCase(name));
+  if (at == std::wstring::npos) return L"";
+  const size_t begin = at + name.size();
+  const size_t end = html.find_first_of(stops, begin);
+  return html.substr(begin, end == std::wstring::npos ? std::wstring::npos : end - begin);
+}
+
+// An address a mail can be sent to: something before one "@", a dotted domain after it, no
+// blanks. A ";" is left to its own, clearer message.
+bool IsValidChatAddress(const std::wstring& address) {
+  const size_t at = address.find(L'@');
+  if (at == std::wstring::npos || at == 0 || address.find(L'@', at + 1) != std::wstring::npos)
+    return false;
+  if (address.find_first_of(L" \t\r\n") != std::wstring::npos) return false;
+  const size_t dot = address.find(L'.', at + 2);
+  return dot != std::wstring::npos && dot + 1 < address.size();
+}
+
+// The picker's spelling of a stored colour ("Fuschia"); white, which it does not offer, and
+// any other value show as black.
+std::wstring ChoiceName(ChatColor color) {
+  const std::wstring name = GetStringFromColor(color);
+  for (const wchar_t* choice : kChatColorChoices)
+    if (EqualsIgnoreCase(choice, name)) return choice;
+  return kChatColorChoices[0];
+}
+
+std::wstring TimeOfDay(Date now) {
+  const CivilTime t = ToCivil(now);
+  wchar_t text[16];
+  std::swprintf(text, std::size(text), L"%02d:%02d:%02d", t.hour, t.minute, t.second);
+  return text;
+}
+
+}  // namespace
+
+BoardClick GetSubjectTypeClicked(const std::wstring& html) {
+  const std::wstring lower = LCase(Trim(html));
+  if (lower.rfind(L"<img", 0) != 0) return BoardClick::kNothing;
+  if (lower.find(L"corvinatag1") != std::wstring::npos) return BoardClick::kSender;
+  if (lower.find(L"corvinatag2") != std::wstring::npos) return BoardClick::kAttachment;
+  return BoardClick::kNothing;
+}
+
+std::wstring GetUserEmailFromInnerHtml(const std::wstring& html) {
+  return DecodeAttribute(AttributeAfter(html, L"CorvinaTag1=\"", L"\""));
+}
+
+std::wstring GetEmailEntryIdFromInnerHtml(const std::wstring& html) {
+  std::wstring id = AttributeAfter(html, L" id=", L" >");
+  if (id.size() >= 2 && id.front() == L'"' && id.back() == L'"') id = id.substr(1, id.size() - 2);
+  return DecodeAttribute(id);
+}
+
+ChatWindow::ChatWindow(AddIn& addin)
+    : addin_(addin), board_(addin.services.files, addin.log, addin.services.addin_folder) {}
+
+void ChatWindow::Form_Load() {
+  Guard(addin_.log, kContext, L"Form_Load", [&] {
+    view_.caption = addin_.Text(TextId::kChatCaption);
+    view_.right_to_left = addin_.config.ChatRTL == L"1";
+    view_.board_path = board_.BoardPath();
+    // A board kept from the last session (ChatClearBoardOnClose "0") is shown as it was.
+    if (addin_.config.ChatClearBoardOnClose == L"1" ||
+        !addin_.services.files.FileExists(view_.board_path)) {
+      board_.InitChat(view_.right_to_left, addin_.services.clock.Now());
+    }
+    RefreshUserList();
+  });
+}
+
+void ChatWindow::Form_Unload() {
+  Guard(addin_.log, kContext, L"Form_Unload", [&] {
+    SaveUsers();
+    if (addin_.config.ChatClearBoardOnClose == L"1")
+      board_.ClearChatBoard(view_.right_to_left, addin_.services.clock.Now());
+    addin_.services.ui.UnloadForm(kChatFormName);
+  });
+}
+
+void ChatWindow::Form_Activate() {
+  flashing_ = false;
+  if (flash_on_) {
+    flash_on_ = false;
+    Guard(addin_.log, kContext, L"Form_Activate", [&] { addin_.services.ui.FlashChatWindow(false); });
+  }
+}
+
+// Every change of the model repaints the window; a repaint that fails is logged and the
+// model stays as it is, so the next repaint shows it.
+void ChatWindow::Draw() {
+  Guard(addin_.log, kContext, L"Form_Paint", [&] { addin_.services.ui.ShowChatWindow(view_); });
+}
+
+void ChatWindow::Tell(const std::wstring& text, int32_t style) {
+  addin_.services.ui.MsgBox(text, style, kChatBoxTitle);
+}
+
+void ChatWindow::SaveUsers() { addin_.chat.users.SaveConfig(addin_.services.settings); }
+
+void ChatWindow::RefreshUserList() {
+  std::vector<std::wstring> selected;
+  for (const ChatListRow& row : view_.users.rows)
+    if (row.selected) selected.push_back(row.key);
+  view_.users.rows.clear();
+  addin_.chat.users.FillListView(view_.users, kChatImageList);
+  for (ChatListRow& row : view_.users.rows)
+    row.selected = std::find(selected.begin(), selected.end(), row.key) != selected.end();
+  Draw();
+}
+
+void ChatWindow::AddUserRow(const ChatUser& user) {
+  // The window may have just been loaded with the list that already holds the user.
+  for (const ChatListRow& row : view_.users.rows)
+    if (row.key == user.Email()) return;
+  view_.users.rows.push_back(ChatListRow{user.Email(), user.NickName(),
+                                         StatusImageKey(user.Status()), user.ColorChatUser(),
+                                         user.Email(), false});
+  Draw();
+}
+
+void ChatWindow::SelectUsers(const std::vector<std::wstring>& emails) {
+  for (ChatListRow& row : view_.users.rows) {
+    row.selected = std::any_of(emails.begin(), emails.end(), [&](const std::wstring& e) {
+      return EqualsIgnoreCase(e, row.key);
+    });
+  }
+  Draw();
+}
+
+void ChatWindow::MarkUserInList(const std::wstring& email) {
+  Guard(addin_.log, kContext, L"MarkUserInList", [&] { SelectUsers({email}); });
+}
+
+void ChatWindow::SetMessage(const std::wstring& text) {
+  view_.message = text;
+  Draw();
+}
+
+void ChatWindow::SetFormat(bool bold, bool italic, bool underline) {
+  view_.bold = bold;
+  view_.italic = italic;
+  view_.underline = underline;
+  Draw();
+}
+
+void ChatWindow::SetColor(ChatColor color) {
+  view_.color = color;
+  Draw();
+}
+
+void ChatWindow::AddAttachment(const std::wstring& path) {
+  view_.attachments.push_back(path);
+  Draw();
+}
+
+void ChatWindow::ClearAttachments() {
+  view_.attachments.clear();
+  Draw();
+}
+
+bool ChatWindow::AskOwnAddress() {
+  for (;;) {
+    const std::wstring typed =
+        Trim(addin_.services.ui.AskChatAddress(addin_.Text(TextId::kChatOwnAddress)));
+    if (typed.empty()) return false;
+    if (IsValidChatAddress(typed)) {
+      addin_.config.ChatEmail = typed;
+      return true;
+    }
+    Tell(addin_.Text(TextId::kChatAddressInvalid), vbExclamation);
+  }
+}
+
+bool ChatWindow::cmdSend_Click() {
+  return Guard(addin_.log, kContext, L"cmdSend_Click", false, [&] {
+    std::wstring names, addresses;
+    for (const ChatListRow& row : view_.users.rows) {
+      if (!row.selected) continue;
+      names += (names.empty() ? L"" : L", ") + (row.text.empty() ? row.key : row.text);
+      addresses += (addresses.empty() ? L"" : L";") + row.key;
+    }
+    if (addresses.empty()) {
+      Tell(addin_.Text(TextId::kChatSelectRecipient), vbExclamation);
+      return false;
+    }
+    // Others see a chat mail as from the address in its subject and footer: without one
+    // their copies could not tell who wrote.
+    if (Trim(addin_.config.ChatEmail).empty() && !AskOwnAddress()) return false;
+    const Config& c = addin_.config;
+    const bool sent = Guard(addin_.log, kContext, L"SendChatMail", false, [&] {
+      if (!addin_.oApplication) Raise(kErrObjectVariableNotSet, L"Object variable or With block variable not set");
+      auto mail = addin_.oApplication->CreateItem(outlook::olMailItem);
+      mail->SetSubject(ChatSubject(c.ChatEmail));
+      mail->SetBody(ComposeChatBody(view_.message, c.HomePageLink, c.ChatEmail, ChatVersionText()));
+      mail->SetTo(addresses);
+      if (!view_.attachments.empty()) {
+        auto attachments = mail->Attachments();
+        for (const std::wstring& path : view_.attachments) attachments->Add(path);
+      }
+      mail->Send();
+      return true;
+    });
+    if (!sent) {
+      view_.status = addin_.Text(TextId::kChatSendFailed,
+                                 {names, addresses, TimeOfDay(addin_.services.clock.Now())});
+      Draw();
+      return false;
+    }
+    view_.status = addin_.Text(TextId::kChatSent, {names});
+    ChatBlock block;
+    block.text = view_.message;
+    block.color = view_.color;
+    block.bold = view_.bold;
+    block.italic = view_.italic;
+    block.underline = view_.underline;
+    block.email = c.ChatEmail;
+    block.nick_name = c.ChatEmail;
+    block.icon = L"1";
+    block.header = last_speaker_ != kOwnSpeaker;
+    block.own = true;
+    board_.AddText(block);
+    last_speaker_ = kOwnSpeaker;
+    view_.message.clear();
+    view_.attachments.clear();
+    Draw();
+    return true;
+  });
+}
+
+void ChatWindow::ShowIncomingMessage(const std::wstring& sender, const std::wstring& body,
+                                     int32_t attachment_count, const std::wstring& entry_id) {
+  Guard(addin_.log, kContext, L"ShowIncomingMessage", [&] {
+    ChatBlock block;
+    block.text = ChatMessageText(body, addin_.config.ChatLong);
+    block.attachment_count = attachment_count;
+    block.entry_id = entry_id;
+    block.icon = L"0";
+    if (ChatUser* user = addin_.chat.users.GetChatUserByEmail(sender)) {
+      block.email = user->Email();
+      block.nick_name = user->NickName().empty() ? user->Email() : user->NickName();
+      block.icon = user->Icon();
+      block.color = user->ColorChatMessage();
+      user->SetLastMessageDate(addin_.services.clock.Now());
+    }
+    const std::wstring speaker = LCase(sender);
+    block.header = last_speaker_ != speaker;
+    board_.AddText(block);
+    last_speaker_ = speaker;
+    flashing_ = true;
+    Draw();
+  });
+}
+
+void ChatWindow::tmrFlash_Timer() {
+  if (!flashing_) return;
+  Guard(addin_.log, kContext, L"tmrFlash_Timer", [&] {
+    flash_on_ = !flash_on_;
+    addin_.services.ui.FlashChatWindow(flash_on_);
+  });
+}
+
+bool ChatWindow::OpenMailItemBySotreID(const std::wstring& entry_id) {
+  return Guard(addin_.log, kContext, L"OpenMailItemBySotreID", false, [&] {
+    if (entry_id.empty() || !addin_.oApplication) return false;
+    auto item = addin_.oApplication->GetNamespace(L"MAPI")->GetItemFromID(entry_id);
+    if (!item) return false;
+    item->Display();
+    return true;
+  });
+}
+
+void ChatWindow::Board_Click(const std::wstring& html) {
+  Guard(addin_.log, kContext, L"Board_Click", [&] {
+    switch (GetSubjectTypeClicked(html)) {
+      case BoardClick::kSender:
+        MarkUserInList(GetUserEmailFromInnerHtml(html));
+        return;
+      case BoardClick::kAttachment:
+        if (!OpenMailItemBySotreID(GetEmailEntryIdFromInnerHtml(html)))
+          Tell(addin_.Text(TextId::kChatMailNotFound), vbExclamation);
+        return;
+      case BoardClick::kNothing:
+        return;
+    }
+  });
+}
+
+void ChatWindow::mnuBrowserAddUser_Click(const std::wstring& html) {
+  Guard(addin_.log, kContext, L"mnuBrowserAddUser_Click", [&] {
+    const std::wstring email = Trim(GetUserEmailFromInnerHtml(html));
+    if (email.empty() || email == kUnknownUser) {
+      Tell(addin_.Text(TextId::kChatCannotExtractUser), vbExclamation);
+      return;
+    }
+    if (addin_.chat.users.IsEmailAlreadyExists(email)) {
+      Tell(addin_.Text(TextId::kChatUserExists, {email}), vbExclamation);
+      return;
+    }
+    AddUserRow(addin_.chat.users.Add(email, email, kChatUserActive, 0, 0, L"2", L""));
+    SaveUsers();
+  });
+}
+
+void ChatWindow::CallmnuBrowserShowAttachments_Click(const std::wstring& html) {
+  if (GetSubjectTypeClicked(html) == BoardClick::kAttachment) Board_Click(html);
+}
+
+void ChatWindow::CallmnuBrowserUserProperties_Click(const std::wstring& html) {
+  Guard(addin_.log, kContext, L"CallmnuBrowserUserProperties_Click", [&] {
+    const std::wstring email = GetUserEmailFromInnerHtml(html);
+    if (!addin_.chat.users.GetChatUserByEmail(email)) {
+      Tell(addin_.Text(TextId::kChatCannotExtractUser), vbExclamation);
+      return;
+    }
+    ShowUserProperties(email);
+  });
+}
+
+bool ChatWindow::ShowUserProperties(const std::wstring& email) {
+  return Guard(addin_.log, L"frmChatUserProperties", L"cmdOK_Click", false, [&] {
+    ChatUsers& users = addin_.chat.users;
+    ChatUser* user = users.GetChatUserByEmail(email);
+    if (!user) return false;
+    ChatUserPropertiesView v;
+    v.caption = addin_.Text(TextId::kChatPropertiesCaption, {user->NickName()});
+    v.email = user->Email();
+    v.nick_name = user->NickName();
+    v.status = user->Status();
+    v.color_user = ChoiceName(user->ColorChatUser());
+    v.color_message = ChoiceName(user->ColorChatMessage());
+    v.icon = user->Icon();
+    v.colors.assign(kChatColorChoices.begin(), kChatColorChoices.end());
+    for (;;) {
+      if (!addin_.services.ui.ShowChatUserProperties(v)) return false;
+      const std::wstring new_email = Trim(v.email);
+      // The ";" rules keep the stored lists, which ";" separates, in step.
+      TextId refusal = TextId::kCount;
+      if (!IsValidChatAddress(new_email))
+        refusal = TextId::kChatInvalidEmail;
+      else if (new_email.find(L';') != std::wstring::npos)
+        refusal = TextId::kChatEmailSemicolon;
+      else if (Trim(v.nick_name).empty())
+        refusal = TextId::kChatEnterNickName;
+      else if (v.nick_name.find(L';') != std::wstring::npos)
+        refusal = TextId::kChatNickNameSemicolon;
+      else if (users.IsEmailChangeWillCauseDuplication(user->Email(), new_email))
+        refusal = TextId::kChatEmailExists;
+      if (refusal == TextId::kCount) break;
+      Tell(addin_.Text(refusal), vbExclamation);
+    }
+    user->SetEmail(Trim(v.email));
+    user->SetNickName(Trim(v.nick_name));
+    user->SetStatus(v.status);
+    user->SetColorChatUser(GetColorFromString(v.color_user));
+    user->SetColorChatMessage(GetColorFromString(v.color_message));
+    user->SetIcon(v.icon);
+    RefreshUserList();
+    SaveUsers();
+    return true;
+  });
+}
+
+void ChatWindow::mnuAddUser_Click() {
+  Guard(addin_.log, kContext, L"mnuAddUser_Click", [&] {
+    for (;;) {
+      const std::wstring typed =
+          Trim(addin_.services.ui.AskChatAddress(addin_.Text(TextId::kChatNewUserAddress)));
+      if (typed.empty()) return;
+      if (!IsValidChatAddress(typed) || typed.find(L';') != std::wstring::npos) {
+        Tell(addin_.Text(TextId::kChatAddressInvalid), vbExclamation);
+        continue;
+      }
+      if (addin_.chat.users.IsEmailAlreadyExists(typed)) {
+        Tell(addin_.Text(TextId::kChatUserExists, {typed}), vbExclamation);
+        return;
+      }
+      AddUserRow(addin_.chat.users.Add(typed, typed, kChatUserActive, 0, 0, L"2", L""));
+      SaveUsers();
+      return;
+    }
+  });
+}
+
+void ChatWindow::mnuRemoveUser_Click() {
+  Guard(addin_.log, kContext, L"mnuRemoveUser_Click", [&] {
+    bool removed = false;
+    for (const ChatListRow& row : view_.users.rows)
+      if (row.selected) removed |= addin_.chat.users.RemoveByEmail(row.key);
+    if (!removed) return;
+    RefreshUserList();
+    SaveUsers();
+  });
+}
+
+void ChatWindow::mnuClearBoard_Click() {
+  Guard(addin_.log, kContext, L"mnuClearBoard_Click", [&] {
+    if (addin_.services.ui.MsgBox(addin_.Text(TextId::kChatClearQuestion), vbYesNo | vbQuestion,
+                                  kChatBoxTitle) != vbYes)
+      return;
+    board_.ClearChatBoard(view_.right_to_left, addin_.services.clock.Now());
+    last_speaker_.clear();
+    Draw();
+  });
+}
+
+void ChatWindow::mnuSaveBoard_Click() {
+  Guard(addin_.log, kContext, L"mnuSaveBoard_Click", [&] {
+    const std::wstring path = addin_.services.ui.SaveFileDialog(
+        addin_.Text(TextId::kChatSaveTitle), L"C:\\", L"Chat.Html",
+        L"HTML pages (*.html;*.htm)|*.html;*.htm|All files (*.*)|*.*");
+    if (path.empty()) return;
+    if (!board_.SaveChat(path)) Tell(addin_.Text(TextId::kChatSaveError), vbCritical);
+  });
+}
+
+ChatWindow& OpenChatWindow(AddIn& addin) {
+  if (addin.chat.window && addin.IsFormLoaded(kChatFormName)) return *addin.chat.window;
+  addin.chat.window = std::make_unique<ChatWindow>(addin);
+  addin.services.ui.LoadForm(kChatFormName);
+  addin.chat.window->Form_Load();
+  return *addin.chat.window;
+}
+
+void CloseChatWindow(AddIn& addin) {
+  if (!addin.chat.window) return;
+  addin.chat.window->Form_Unload();
+  addin.chat.window.reset();
+}
+
+}  // namespace corvina

@@ -1,0 +1,331 @@
+// Chat mail coming in through the new-mail event and the start-up sweep, and the chat window's
+// commands, on the whole simulated Outlook.
+#include <gtest/gtest.h>
+
+#include "base/text.h"
+#include "chat/chat_mail.h"
+#include "chat/chat_window.h"
+#include "host/control_table.h"
+#include "support/sim_world.h"
+
+namespace corvina {
+namespace {
+
+using testing::SimWorld;
+
+constexpr wchar_t kBoard[] = L"C:\\Program Files\\Corvina\\Chat\\Chat.Html";
+
+Date At(int day, int hour, int minute) { return FromCivil({2026, 11, day, hour, minute, 0}); }
+
+sim::SimItemData ChatMail(const std::wstring& subject, const std::wstring& message,
+                          const std::wstring& sender, Date when) {
+  sim::SimItemData mail = sim::MakeMail(subject, when);
+  mail.body = ComposeChatBody(message, L"http://home.example", sender, L"1.0");
+  return mail;
+}
+
+std::string Board(SimWorld& world) {
+  return world.files.FileExists(kBoard) ? world.files.ReadFile(kBoard) : std::string();
+}
+
+std::vector<std::wstring> Errors(SimWorld& world) {
+  std::vector<std::wstring> errors;
+  for (const std::wstring& line : world.LogLines())
+    if (ContainsText(line, L"| Error |")) errors.push_back(line);
+  return errors;
+}
+
+bool Has(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
+}
+
+// One mail through the new-mail event under the chat settings; what happened to it.
+TEST(ChatReceiving, NewMailRouteFollowsTheSettingsAndTheUserList) {
+  struct Case {
+    const char* label;
+    std::wstring subject;
+    std::vector<std::pair<std::wstring, std::wstring>> settings;  // "Chat" section
+    bool with_attachment;
+    // expected
+    bool shown, deleted, unread;
+    unsigned beeps;
+    int users;  // in the list afterwards
+    std::string on_board;
+  };
+  const std::wstring from = L"Chat message from: ben@example.com";
+  const Case cases[] = {
+      {"ordinary", from, {}, false, true, true, false, 1, 1, "ben@example.com Said :"},
+      {"attachment kept", from, {}, true, true, false, false, 1, 1, "1 Attachments From"},
+      {"no delete, no beep", from, {{L"ChatDeleteMsg", L"0"}, {L"ChatBeepOnMsg", L"0"}}, false,
+       true, false, false, 0, 1, "Hello Anna"},
+      {"no insertion", from, {{L"ChatAutoInsertUser", L"0"}}, false, true, true, false, 1, 0,
+       "Unknown User Said :"},
+      {"blocked user", from, {{L"ChatUserEmail", L"ben@example.com;"}, {L"ChatUserStatus", L"0;"}},
+       false, false, false, true, 0, 1, ""},
+      // The blocked test fetches the first user of the address in any letter case.
+      {"blocked, behind an active case variant", from,
+       {{L"ChatUserEmail", L"BEN@example.com;ben@example.com;"}, {L"ChatUserStatus", L"1;0;"}},
+       false, true, true, false, 1, 2, "BEN@example.com Said :"},
+      {"all blocked", from, {{L"ChatBlockAll", L"1"}}, false, false, false, true, 0, 0, ""},
+      {"reply", L"RE: " + from, {}, false, true, true, false, 1, 0, "Unknown User Said :"},
+      {"not a chat subject", L"chat message from: ben@example.com", {}, false, false, false, true,
+       0, 0, ""},
+      {"long message cut", from, {{L"ChatLong", L"5"}}, false, true, true, false, 1, 1, "Hello<"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.label);
+    SimWorld world;
+    for (const auto& [key, value] : c.settings) world.Store(L"Chat", key, value);
+    auto addin = world.StartOutlook();
+    const size_t errors = Errors(world).size();
+    sim::SimItemData mail = ChatMail(c.subject, L"Hello Anna", L"ben@example.com", At(22, 9, 31));
+    if (c.with_attachment) mail.attachments.push_back({L"plan.pdf", 1, "%PDF"});
+    auto item = world.store.DeliverNewMail(mail);
+    EXPECT_EQ(addin->addin().IsFormLoaded(kChatFormName), c.shown);
+    EXPECT_EQ(item->deleted, c.deleted);
+    EXPECT_EQ(item->unread, c.unread);
+    EXPECT_EQ(world.beeper.beeps(), c.beeps);
+    EXPECT_EQ(addin->addin().chat.users.Count(), c.users);
+    if (!c.on_board.empty()) {
+      EXPECT_TRUE(Has(Board(world), c.on_board)) << Board(world);
+    }
+    EXPECT_EQ(Has(Board(world), "Hello"), c.shown) << Board(world);
+    EXPECT_EQ(Errors(world).size(), errors) << ToUtf8(Errors(world).back());
+  }
+}
+
+// Bad footers give their log line, and the message is still handled as far as it can be.
+TEST(ChatReceiving, DamagedFootersAreLoggedAndNothingElseBreaks) {
+  SimWorld world;
+  auto addin = world.StartOutlook();
+  const size_t errors = Errors(world).size();
+  const std::wstring from = L"Chat message from: x@example.com";
+  sim::SimItemData far = sim::MakeMail(from, At(22, 9, 31));
+  far.body = std::wstring(40000, L'a') + L"<Email>x@example.com</Email>";
+  auto far_item = world.store.DeliverNewMail(far);
+  sim::SimItemData early = sim::MakeMail(from, At(22, 9, 32));
+  early.body = L"abc" + std::wstring(kChatSeparator) + L"<Email>y@example.com</Email>";
+  auto early_item = world.store.DeliverNewMail(early);
+  auto log = Errors(world);
+  log.erase(log.begin(), log.begin() + static_cast<std::ptrdiff_t>(errors));
+  ASSERT_EQ(log.size(), 2u);
+  EXPECT_TRUE(ContainsText(log[0], L"GetUserEmailFromBody") && ContainsText(log[0], L"Overflow"))
+      << ToUtf8(log[0]);
+  EXPECT_TRUE(ContainsText(log[1], L"Source=frmChatShowIncomingMessage")) << ToUtf8(log[1]);
+  // The far footer gave no sender: shown as unknown, nobody inserted; the early separator lost
+  // the display but the user from its footer was still inserted, as the route does.
+  EXPECT_TRUE(far_item->deleted);
+  EXPECT_TRUE(early_item->deleted);
+  EXPECT_EQ(addin->addin().chat.users.Count(), 1);
+  EXPECT_EQ(addin->addin().chat.users.Item(1).Email(), L"y@example.com");
+}
+
+// Chat mails that came while Outlook was closed: the sweep takes every chat subject back to
+// the last monitor time, blocked senders included, and deletes even mails with attachments.
+TEST(ChatReceiving, StartUpSweepTakesWhatArrivedWhileOutlookWasClosed) {
+  for (bool newest_first : {true, false}) {
+    SCOPED_TRACE(newest_first ? "newest first" : "oldest first");
+    SimWorld world;
+    // A monitor time ahead of the clock is kept as stored, so the sweep reaches back to it.
+    world.clock.Set(At(22, 7, 0));
+    world.Store(L"Configuration", L"LastMailMonitorTime", L"202611220800");
+    world.Store(L"Chat", L"ChatUserEmail", L"ben@example.com;");
+    world.Store(L"Chat", L"ChatUserStatus", L"0;");
+    world.Store(L"Chat", L"ChatBeepOnMsg", L"0");
+    std::vector<sim::SimItemData> mails = {
+        ChatMail(L"Chat message from: old@example.com", L"too old", L"old@example.com", At(22, 7, 59)),
+        ChatMail(L"chat MESSAGE from: ben@example.com", L"from ben", L"ben@example.com", At(22, 8, 0)),
+        sim::MakeMail(L"Lunch", At(22, 8, 30)),
+        ChatMail(L"Chat message from: cleo@example.com", L"from cleo", L"nobody@example.com", At(22, 9, 0)),
+        ChatMail(L"Chat message from:dan@example.com", L"no blank", L"dan@example.com", At(22, 9, 10)),
+    };
+    mails[3].attachments.push_back({L"a.txt", 1, "a"});
+    if (newest_first) std::reverse(mails.begin(), mails.end());
+    std::vector<sim::SimItemPtr> items;
+    for (auto& m : mails) items.push_back(world.store.AddToInbox(m));
+    world.faults.set_record(true);
+    auto addin = world.StartOutlook();
+    const std::string board = Board(world);
+    for (const auto& item : items) {
+      const bool taken = item->subject.find(L"from: ben") != std::wstring::npos ||
+                         item->subject.find(L"from: cleo") != std::wstring::npos;
+      EXPECT_EQ(item->deleted, taken) << ToUtf8(item->subject);
+      EXPECT_EQ(item->unread, !taken) << ToUtf8(item->subject);
+    }
+    EXPECT_TRUE(Has(board, "from ben") && Has(board, "from cleo")) << board;
+    EXPECT_FALSE(Has(board, "too old") || Has(board, "no blank")) << board;
+    EXPECT_EQ(world.beeper.beeps(), 2u);  // regardless of ChatBeepOnMsg
+    // Sender from the subject, not the footer: cleo, unknown to the list.
+    EXPECT_TRUE(Has(board, "Unknown User Said :")) << board;
+    // Only the chat mails' bodies were read.
+    size_t body_reads = 0;
+    for (const std::string& call : world.faults.recorded()) body_reads += call == "Outlook.Item.Body";
+    EXPECT_EQ(body_reads, 2u);
+  }
+}
+
+class ChatWindowTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    world.Store(L"Chat", L"ChatEmail", L"anna@example.com");
+    world.Store(L"Chat", L"ChatUserEmail", L"ben@example.com;cleo@example.com;");
+    world.Store(L"Chat", L"ChatUserNickName", L"Ben;Cleo;");
+    addin = world.StartOutlook();
+    world.Bar()->FindControl(kTagChat)->Click();
+    window = addin->addin().chat.window.get();
+    ASSERT_NE(window, nullptr);
+  }
+  std::vector<sim::SimItemPtr> Sent() { return world.store.Folder(outlook::olFolderSentMail).items; }
+
+  SimWorld world;
+  std::unique_ptr<DesVireo> addin;
+  ChatWindow* window = nullptr;
+};
+
+TEST_F(ChatWindowTest, SendWritesTheChatMailAndReportsIt) {
+  EXPECT_FALSE(window->cmdSend_Click());
+  EXPECT_EQ(world.Boxes().back(), L"Please select at least one recipient !");
+  EXPECT_EQ(world.ui.events().back().title, L"Corvina Chat.");
+
+  window->SelectUsers({L"BEN@example.com", L"cleo@example.com"});
+  window->SetMessage(L"Plans for Friday?");
+  window->SetFormat(true, false, true);
+  window->AddAttachment(L"C:\\plan.txt");
+  world.files.Put(L"C:\\plan.txt", "plan");
+  ASSERT_TRUE(window->cmdSend_Click());
+  ASSERT_EQ(Sent().size(), 1u);
+  const auto& mail = *Sent()[0];
+  EXPECT_EQ(mail.subject, L"Chat message from: anna@example.com");
+  EXPECT_EQ(mail.to, L"ben@example.com;cleo@example.com");
+  EXPECT_EQ(ChatMessageText(mail.body, 0), L"Plans for Friday?");
+  EXPECT_EQ(GetUserEmailFromBody(mail.body), L"anna@example.com");
+  ASSERT_EQ(mail.attachments.size(), 1u);
+  EXPECT_EQ(window->view().status, L"Last message sent successfully to: Ben, Cleo");
+  EXPECT_TRUE(window->view().message.empty());
+  const std::string board = Board(world);
+  EXPECT_TRUE(Has(board, "You have said") && Has(board, "<B><U>Plans for Friday?</U></B>")) << board;
+
+  // A second message of the same speaker has no header row; a failing send is reported.
+  window->SetMessage(L"Or Saturday");
+  world.faults.FailCall("Item.Send", Error(-2147467259, L"Outlook", L"no connection"));
+  EXPECT_FALSE(window->cmdSend_Click());
+  EXPECT_TRUE(window->view().status.starts_with(
+      L"ERROR - Failed to send last message to: Ben, Cleo (ben@example.com;cleo@example.com) At 09:30:00 !!!"))
+      << ToUtf8(window->view().status);
+  EXPECT_EQ(window->view().message, L"Or Saturday");  // kept for another try
+  ASSERT_TRUE(window->cmdSend_Click());
+  EXPECT_EQ(Board(world).find("You have said", board.size()), std::string::npos);
+}
+
+// The dialog's five checks come in their order; a refused edit shows the dialog again.
+TEST_F(ChatWindowTest, UserPropertiesAreCheckedInOrder) {
+  const struct {
+    const wchar_t *email, *nick;
+    const wchar_t* refusal;  // nullptr: accepted
+  } cases[] = {
+      {L"ben", L"B;en", L"Invalid Email !"},
+      {L"b;en@example.com", L"B;en", L"Email should not contains ;"},
+      {L"ben@example.com", L"  ", L"Please enter a NickName."},
+      {L"ben@example.com", L"B;en", L"NickName should not contains ;"},
+      {L"cleo@example.com", L"Ben", L"Email already exists !"},
+      {L" ben@example.com ", L"Benny", nullptr},
+  };
+  for (const auto& c : cases) {
+    world.ui.QueueChatUserProperties([&](ChatUserPropertiesView& v) {
+      EXPECT_EQ(v.caption, L"Ben Properties");
+      v.email = c.email;
+      v.nick_name = c.nick;
+      v.color_user = L"Fuschia";
+      v.status = kChatUserBlocked;
+      return true;
+    });
+  }
+  EXPECT_TRUE(window->ShowUserProperties(L"ben@example.com"));
+  const auto boxes = world.Boxes();
+  ASSERT_EQ(boxes.size(), 5u);
+  for (size_t i = 0; i < 5; ++i) EXPECT_EQ(boxes[i], cases[i].refusal);
+  const ChatUser& ben = addin->addin().chat.users.Item(1);
+  EXPECT_EQ(ben.NickName(), L"Benny");
+  EXPECT_EQ(ben.ColorChatUser(), 0xFF00FFu);
+  EXPECT_EQ(world.Setting(L"Chat", L"ChatUserNickName"), L"Benny;Cleo;");
+  EXPECT_EQ(world.Setting(L"Chat", L"ChatUserStatus"), L"0;1;");
+  EXPECT_EQ(window->view().users.rows[0].icon_key, L"KeyChatUserBlocked");
+}
+
+TEST_F(ChatWindowTest, BoardClicksAndUsersFromMessages) {
+  auto mail = sim::MakeMail(L"Chat message from: dan@example.com", At(22, 9, 40));
+  mail.body = ComposeChatBody(L"see the file", L"h", L"dan@example.com", L"1.0");
+  mail.attachments.push_back({L"a.txt", 1, "a"});
+  auto item = world.store.DeliverNewMail(mail);
+  ASSERT_EQ(addin->addin().chat.users.Count(), 3);  // dan inserted
+  const std::string block = Board(world);
+  auto image = [&](const char* tag) {
+    const size_t end = block.find(tag);
+    const size_t begin = block.rfind("<IMG", end);
+    return FromUtf8(block.substr(begin, block.find('>', end) - begin + 1));
+  };
+  window->Board_Click(image("CorvinaTag1"));
+  EXPECT_TRUE(window->view().users.rows[2].selected);
+  EXPECT_FALSE(window->view().users.rows[0].selected);
+  window->Board_Click(image("CorvinaTag2"));
+  EXPECT_EQ(item->displayed, 1);
+  const size_t boxes = world.Boxes().size();
+  window->Board_Click(L"<img id=\"0000DEAD\" CorvinaTag2=\"1\">");
+  EXPECT_EQ(world.Boxes().back(), L"Can not locate mail, open manually !");
+  window->mnuBrowserAddUser_Click(image("CorvinaTag1"));
+  EXPECT_EQ(world.Boxes().back(), L"User dan@example.com already exists, action canceled !");
+  window->mnuBrowserAddUser_Click(L"<img alt=\"Unknown User\" CorvinaTag1=\"Unknown User\">");
+  EXPECT_EQ(world.Boxes().back(), L"Can not extract user, action canceled !");
+  addin->addin().chat.users.RemoveByEmail(L"dan@example.com");
+  window->mnuBrowserAddUser_Click(image("CorvinaTag1"));
+  EXPECT_EQ(world.Boxes().size(), boxes + 3);
+  EXPECT_EQ(world.Setting(L"Chat", L"ChatUserEmail"), L"ben@example.com;cleo@example.com;dan@example.com;");
+  EXPECT_EQ(GetSubjectTypeClicked(L"<td CorvinaTag1=\"x\">"), BoardClick::kNothing);
+  EXPECT_EQ(GetUserEmailFromInnerHtml(L"<img corvinatag1=\"a&quot;b@x\">"), L"a\"b@x");
+  EXPECT_EQ(GetEmailEntryIdFromInnerHtml(L"<img src=\"a\" id=\"00AB\" alt=\"x\">"), L"00AB");
+}
+
+TEST_F(ChatWindowTest, FlashClearSaveAndClose) {
+  world.store.DeliverNewMail(ChatMail(L"Chat message from: ben@example.com", L"ping",
+                                      L"ben@example.com", At(22, 9, 40)));
+  EXPECT_TRUE(window->flashing());
+  window->tmrFlash_Timer();
+  EXPECT_TRUE(world.ui.chat_flash_on());
+  window->tmrFlash_Timer();
+  EXPECT_FALSE(world.ui.chat_flash_on());
+  window->tmrFlash_Timer();
+  window->Form_Activate();
+  EXPECT_FALSE(window->flashing());
+  EXPECT_FALSE(world.ui.chat_flash_on());
+  const uint64_t ticks = world.ui.chat_flash_ticks();
+  window->tmrFlash_Timer();
+  EXPECT_EQ(world.ui.chat_flash_ticks(), ticks);
+
+  world.ui.QueueMsgBoxAnswer(vbNo);
+  window->mnuClearBoard_Click();
+  EXPECT_EQ(world.Boxes().back(), L"Are you sure u want to clear the message board ?");
+  EXPECT_TRUE(Has(Board(world), "ping"));
+  world.ui.QueueSaveFileResult(L"C:\\Saved\\chat.html");
+  window->mnuSaveBoard_Click();
+  EXPECT_EQ(world.Boxes().back(), L"Error saving to a file !");  // no such folder
+  world.files.PutDirectory(L"C:\\Saved");
+  world.ui.QueueSaveFileResult(L"C:\\Saved\\chat.html");
+  window->mnuSaveBoard_Click();
+  const std::string saved = world.files.ReadFile(L"C:\\Saved\\chat.html");
+  EXPECT_TRUE(Has(saved, "ping") && saved.ends_with("</BOdy></HTML>")) << saved;
+  world.ui.QueueMsgBoxAnswer(vbYes);
+  window->mnuClearBoard_Click();
+  EXPECT_FALSE(Has(Board(world), "ping"));
+
+  // Closing saves the list and, by default, clears the board.
+  world.store.DeliverNewMail(ChatMail(L"Chat message from: ben@example.com", L"pong",
+                                      L"ben@example.com", At(22, 9, 41)));
+  world.settings.Write(L"Vireo", L"Chat", L"ChatUserEmail", L"");
+  CloseChatWindow(addin->addin());
+  EXPECT_FALSE(addin->addin().IsFormLoaded(kChatFormName));
+  EXPECT_EQ(world.Setting(L"Chat", L"ChatUserEmail"), L"ben@example.com;cleo@example.com;");
+  EXPECT_FALSE(Has(Board(world), "pong"));
+}
+
+}  // namespace
+}  // namespace corvina
