@@ -31,6 +31,12 @@ void ReceiveNewChatMail(AddIn& addin, outlook::Item& mail) {
       sender = kReplySender;
     } else {
       sender = SenderFromFooter(addin, body);
+      // A footer without its address tags is worth a line: the message is shown as from an
+      // unknown user, and nobody can answer it from the board.
+      if (sender.empty() && InStr(body, L"</Email>") == 0 && InStr(body, L"<Email>") <= 32767)
+        addin.log.LogEvent(L"A chat mail has no sender address in its footer (<Email> ... "
+                           L"</Email>); it is shown as from an unknown user",
+                           kLogWarning);
       if (users.IsEmailAlreadyExists(sender)) {
         const ChatUser* user = users.GetChatUserByEmail(sender);
         if (user && user->Status() == kChatUserBlocked) return;  // left unread in the Inbox

@@ -106,6 +106,13 @@ TEST(ChatReceiving, DamagedFootersAreLoggedAndNothingElseBreaks) {
   sim::SimItemData early = sim::MakeMail(from, At(22, 9, 32));
   early.body = L"abc" + std::wstring(kChatSeparator) + L"<Email>y@example.com</Email>";
   auto early_item = world.store.DeliverNewMail(early);
+  sim::SimItemData open = sim::MakeMail(from, At(22, 9, 33));
+  open.body = L"hi\r\n\r\n\r\n" + std::wstring(kChatSeparator) + L"\r\n<Email>z@example.com";
+  world.store.DeliverNewMail(open);
+  size_t warnings = 0;
+  for (const std::wstring& line : world.LogLines())
+    warnings += ContainsText(line, L"| Warning | A chat mail has no sender address in its footer");
+  EXPECT_EQ(warnings, 1u);
   auto log = Errors(world);
   log.erase(log.begin(), log.begin() + static_cast<std::ptrdiff_t>(errors));
   ASSERT_EQ(log.size(), 2u);
