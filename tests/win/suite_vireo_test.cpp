@@ -347,7 +347,8 @@ TEST_F(VireoTest, AnApplicationWithoutEventsIsLoggedByTheEventAndStartUpStillEnd
 TEST_F(VireoTest, NothingWhereAnObjectBelongsIsLoggedAndTheSessionGoesOn) {
   using Names = std::set<std::wstring>;
   const Names toolbar = {L"CreateAddInButton"};
-  const Names mail = {L"LoopForAotuCopyFileTypesAtEntry", L"oApplication_NewMail"};
+  const Names mail = {L"LoopForAotuCopyFileTypesAtEntry", L"LoopForNewChatsAtEntry",
+                      L"oApplication_NewMail"};
   const struct {
     const wchar_t* kind;
     const wchar_t* member;
@@ -367,10 +368,13 @@ TEST_F(VireoTest, NothingWhereAnObjectBelongsIsLoggedAndTheSessionGoesOn) {
       {L"CommandBar", L"Controls", Nothing::kEmpty, toolbar, {L"kept.pdf", L"new.pdf"}},
       {L"CommandBarControls", L"Add", Nothing::kNullObject, toolbar, {L"kept.pdf", L"new.pdf"}},
       {L"Application", L"GetNamespace", Nothing::kEmpty,
-       {L"CreateAddInCommandBar", L"LoopForAotuCopyFileTypesAtEntry", L"oApplication_NewMail"}, {}},
+       {L"CreateAddInCommandBar", L"LoopForAotuCopyFileTypesAtEntry", L"LoopForNewChatsAtEntry",
+        L"oApplication_NewMail"},
+       {}},
       {L"NameSpace", L"GetDefaultFolder", Nothing::kNullObject, mail, {}},
       {L"Folder", L"Items", Nothing::kEmpty, mail, {}},
-      {L"Items", L"Item", Nothing::kNullObject, {L"LoopForAotuCopyFileTypesAtEntry"}, {L"new.pdf"}},
+      {L"Items", L"Item", Nothing::kNullObject,
+       {L"LoopForAotuCopyFileTypesAtEntry", L"LoopForNewChatsAtEntry"}, {L"new.pdf"}},
       {L"Item", L"Attachments", Nothing::kEmpty,
        {L"LoopForAotuCopyFileTypesAtEntry", L"oApplication_NewMail", L"GetSelectedItems"}, {}},
       {L"Attachments", L"Item", Nothing::kNullObject,
