@@ -10,10 +10,22 @@ namespace corvina {
 namespace {
 
 // GetUserEmailFromBody under its own name: a tag past the 16-bit positions logs and gives no
-// sender, so the mail is shown as from an unknown user and no user is inserted.
+// sender, so the mail is shown as from an unknown user and no user is inserted. A footer
+// without its address tags is worth a line too: nobody can answer such a message from the
+// board.
 std::wstring SenderFromFooter(AddIn& addin, const std::wstring& body) {
-  return addin.Run(L"GetUserEmailFromBody", std::wstring(),
-                   [&] { return GetUserEmailFromBody(body); });
+  bool read = false;
+  std::wstring sender = addin.Run(L"GetUserEmailFromBody", std::wstring(), [&] {
+    std::wstring found = GetUserEmailFromBody(body);
+    read = true;
+    return found;
+  });
+  if (read && sender.empty() && InStr(body, L"</Email>") == 0) {
+    addin.log.LogEvent(L"A chat mail has no sender address in its footer (<Email> ... "
+                       L"</Email>); it is shown as from an unknown user",
+                       kLogWarning);
+  }
+  return sender;
 }
 
 }  // namespace
@@ -31,12 +43,6 @@ void ReceiveNewChatMail(AddIn& addin, outlook::Item& mail) {
       sender = kReplySender;
     } else {
       sender = SenderFromFooter(addin, body);
-      // A footer without its address tags is worth a line: the message is shown as from an
-      // unknown user, and nobody can answer it from the board.
-      if (sender.empty() && InStr(body, L"</Email>") == 0 && InStr(body, L"<Email>") <= 32767)
-        addin.log.LogEvent(L"A chat mail has no sender address in its footer (<Email> ... "
-                           L"</Email>); it is shown as from an unknown user",
-                           kLogWarning);
       if (users.IsEmailAlreadyExists(sender)) {
         const ChatUser* user = users.GetChatUserByEmail(sender);
         if (user && user->Status() == kChatUserBlocked) return;  // left unread in the Inbox

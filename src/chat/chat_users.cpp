@@ -17,7 +17,7 @@ const std::wstring kContext = L"ChatUsers";
 constexpr int32_t kErrKeyInUse = 457;
 
 // Settings key of each field, indexed by field number.
-constexpr std::array<const wchar_t*, 6> kFieldKeys = {
+constexpr const wchar_t* kFieldKeys[] = {
     L"ChatUserEmail",         L"ChatUserNickName",         L"ChatUserStatus",
     L"ChatUserColorChatMessage", L"ChatUserColorChatUser", L"ChatUserIcon"};
 

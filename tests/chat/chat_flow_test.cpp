@@ -106,6 +106,10 @@ TEST(ChatReceiving, DamagedFootersAreLoggedAndNothingElseBreaks) {
   sim::SimItemData early = sim::MakeMail(from, At(22, 9, 32));
   early.body = L"abc" + std::wstring(kChatSeparator) + L"<Email>y@example.com</Email>";
   auto early_item = world.store.DeliverNewMail(early);
+  // A footer past the 16-bit positions without its closing tag: the overflow's line only.
+  sim::SimItemData far_open = sim::MakeMail(from, At(22, 9, 33));
+  far_open.body = std::wstring(32761, L'a') + L"<Email>x@example.com";
+  world.store.DeliverNewMail(far_open);
   sim::SimItemData open = sim::MakeMail(from, At(22, 9, 33));
   open.body = L"hi\r\n\r\n\r\n" + std::wstring(kChatSeparator) + L"\r\n<Email>z@example.com";
   world.store.DeliverNewMail(open);
@@ -115,7 +119,9 @@ TEST(ChatReceiving, DamagedFootersAreLoggedAndNothingElseBreaks) {
   EXPECT_EQ(warnings, 1u);
   auto log = Errors(world);
   log.erase(log.begin(), log.begin() + static_cast<std::ptrdiff_t>(errors));
-  ASSERT_EQ(log.size(), 2u);
+  ASSERT_EQ(log.size(), 3u);
+  EXPECT_TRUE(ContainsText(log[2], L"GetUserEmailFromBody") && ContainsText(log[2], L"Overflow"))
+      << ToUtf8(log[2]);
   EXPECT_TRUE(ContainsText(log[0], L"GetUserEmailFromBody") && ContainsText(log[0], L"Overflow"))
       << ToUtf8(log[0]);
   EXPECT_TRUE(ContainsText(log[1], L"Source=frmChatShowIncomingMessage")) << ToUtf8(log[1]);
@@ -226,6 +232,11 @@ TEST_F(ChatWindowTest, SendWritesTheChatMailAndReportsIt) {
 
 // The dialog's five checks come in their order; a refused edit shows the dialog again.
 TEST_F(ChatWindowTest, UserPropertiesAreCheckedInOrder) {
+  EXPECT_EQ(window->view().caption, L"Corvina Chat");
+  // Closing the dialog changes nothing.
+  EXPECT_FALSE(window->ShowUserProperties(L"ben@example.com"));
+  EXPECT_EQ(world.ui.Transcript().back(), L"[dialog] \"Ben Properties\" -> Cancel (default)");
+  const size_t shown = world.Boxes().size();
   const struct {
     const wchar_t *email, *nick;
     const wchar_t* refusal;  // nullptr: accepted
@@ -249,8 +260,8 @@ TEST_F(ChatWindowTest, UserPropertiesAreCheckedInOrder) {
   }
   EXPECT_TRUE(window->ShowUserProperties(L"ben@example.com"));
   const auto boxes = world.Boxes();
-  ASSERT_EQ(boxes.size(), 5u);
-  for (size_t i = 0; i < 5; ++i) EXPECT_EQ(boxes[i], cases[i].refusal);
+  ASSERT_EQ(boxes.size(), shown + 5);
+  for (size_t i = 0; i < 5; ++i) EXPECT_EQ(boxes[shown + i], cases[i].refusal);
   const ChatUser& ben = addin->addin().chat.users.Item(1);
   EXPECT_EQ(ben.NickName(), L"Benny");
   EXPECT_EQ(ben.ColorChatUser(), 0xFF00FFu);
@@ -288,7 +299,7 @@ TEST_F(ChatWindowTest, BoardClicksAndUsersFromMessages) {
   EXPECT_EQ(world.Boxes().size(), boxes + 3);
   EXPECT_EQ(world.Setting(L"Chat", L"ChatUserEmail"), L"ben@example.com;cleo@example.com;dan@example.com;");
   EXPECT_EQ(GetSubjectTypeClicked(L"<td CorvinaTag1=\"x\">"), BoardClick::kNothing);
-  EXPECT_EQ(GetUserEmailFromInnerHtml(L"<img corvinatag1=\"a&quot;b@x\">"), L"a\"b@x");
+  EXPECT_EQ(GetUserEmailFromInnerHtml(L"<img corvinatag1=\"a&quot;b&amp;c&lt;@x\">"), L"a\"b&c<@x");
   EXPECT_EQ(GetEmailEntryIdFromInnerHtml(L"<img src=\"a\" id=\"00AB\" alt=\"x\">"), L"00AB");
 }
 
