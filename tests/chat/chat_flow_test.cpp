@@ -298,6 +298,10 @@ TEST_F(ChatWindowTest, BoardClicksAndUsersFromMessages) {
   window->mnuBrowserAddUser_Click(image("CorvinaTag1"));
   EXPECT_EQ(world.Boxes().size(), boxes + 3);
   EXPECT_EQ(world.Setting(L"Chat", L"ChatUserEmail"), L"ben@example.com;cleo@example.com;dan@example.com;");
+  window->SelectUsers({L"CLEO@example.com", L"dan@example.com"});
+  window->mnuRemoveUser_Click();
+  EXPECT_EQ(world.Setting(L"Chat", L"ChatUserEmail"), L"ben@example.com;");
+  ASSERT_EQ(window->view().users.rows.size(), 1u);
   EXPECT_EQ(GetSubjectTypeClicked(L"<td CorvinaTag1=\"x\">"), BoardClick::kNothing);
   EXPECT_EQ(GetUserEmailFromInnerHtml(L"<img corvinatag1=\"a&quot;b&amp;c&lt;@x\">"), L"a\"b&c<@x");
   EXPECT_EQ(GetEmailEntryIdFromInnerHtml(L"<img src=\"a\" id=\"00AB\" alt=\"x\">"), L"00AB");
