@@ -164,7 +164,9 @@ TEST_F(ChatBoardTest, BadInputIsLoggedAndKept) {
   EXPECT_EQ(board.last_block(), "a\xEF\xBF\xBD" "b\xEF\xBF\xBD<BR>\r\n");
   EXPECT_EQ(Board().substr(0, 8), "<HTML>\r\n");
   EXPECT_TRUE(Board().ends_with(board.last_block()));
-  EXPECT_TRUE(Logged(L"2 character(s) no page can hold"));
+  EXPECT_TRUE(Logged(L"| Warning | AddText: a message held 2 character(s) no page can hold"));
+  board.AddText(Line(std::wstring(L"c\0", 2)));
+  EXPECT_TRUE(Logged(L"| Warning | AddText: a message held 1 character(s) no page can hold"));
   EXPECT_TRUE(Logged(L"was missing; a new one was started"));
 
   world.faults.FailCall("AppendFile", Error(61, L"Files", L"Disk full"));
