@@ -297,7 +297,20 @@ TEST_F(ChatWindowTest, BoardClicksAndUsersFromMessages) {
   addin->addin().chat.users.RemoveByEmail(L"dan@example.com");
   window->mnuBrowserAddUser_Click(image("CorvinaTag1"));
   EXPECT_EQ(world.Boxes().size(), boxes + 3);
+  ASSERT_EQ(item->displayed, 1);
   EXPECT_EQ(world.Setting(L"Chat", L"ChatUserEmail"), L"ben@example.com;cleo@example.com;dan@example.com;");
+  // The board's context menu: the mail of a file picture, the properties of a sender's.
+  window->CallmnuBrowserShowAttachments_Click(image("CorvinaTag1"));
+  window->CallmnuBrowserShowAttachments_Click(image("CorvinaTag2"));
+  EXPECT_EQ(item->displayed, 2);
+  world.ui.QueueChatUserProperties([](ChatUserPropertiesView& v) {
+    v.nick_name = L"Dan";
+    return true;
+  });
+  window->CallmnuBrowserUserProperties_Click(image("CorvinaTag1"));
+  EXPECT_EQ(addin->addin().chat.users.Item(3).NickName(), L"Dan");
+  window->CallmnuBrowserUserProperties_Click(L"<img alt=\"Unknown User\" CorvinaTag1=\"Unknown User\">");
+  EXPECT_EQ(world.Boxes().back(), L"Can not extract user, action canceled !");
   window->SelectUsers({L"CLEO@example.com", L"dan@example.com"});
   window->mnuRemoveUser_Click();
   EXPECT_EQ(world.Setting(L"Chat", L"ChatUserEmail"), L"ben@example.com;");
