@@ -362,5 +362,20 @@ TEST_F(ChatWindowTest, FlashClearSaveAndClose) {
   EXPECT_FALSE(Has(Board(world), "pong"));
 }
 
+// A right-to-left board, kept between sessions when the user says so.
+TEST(ChatWindowSettings, RightToLeftBoardKeptOverClosing) {
+  SimWorld world;
+  world.Store(L"Chat", L"ChatRTL", L"1");
+  world.Store(L"Chat", L"ChatClearBoardOnClose", L"0");
+  auto addin = world.StartOutlook();
+  world.store.DeliverNewMail(
+      ChatMail(L"Chat message from: ben@example.com", L"shalom", L"ben@example.com", At(22, 9, 31)));
+  EXPECT_TRUE(addin->addin().chat.window->view().right_to_left);
+  EXPECT_TRUE(Board(world).starts_with("<HTML Dir=RTL>")) << Board(world);
+  CloseChatWindow(addin->addin());
+  world.Bar()->FindControl(kTagChat)->Click();
+  EXPECT_TRUE(Has(Board(world), "shalom")) << Board(world);
+}
+
 }  // namespace
 }  // namespace corvina
