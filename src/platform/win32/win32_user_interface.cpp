@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "platform/dialog_filter.h"
 #include "platform/win32/msg_box_window.h"
 #include "platform/win32/folder_dialogs.h"
 #include "platform/win32/progress_window.h"
@@ -122,11 +123,7 @@ std::wstring Win32UserInterface::SaveFileDialog(const std::wstring& title,
                                                 const std::wstring& file_name,
                                                 const std::wstring& filter) {
   if (auto_answer_) return Environment(L"CORVINA_AUTOSAVE");
-  // The filter is "Name|*.ext|..." as typed; the dialog wants NUL separators and a double end.
-  std::wstring filters = filter;
-  for (wchar_t& c : filters)
-    if (c == L'|') c = L'\0';
-  filters.append(2, L'\0');
+  const std::wstring filters = DialogFilter(filter);
   std::wstring buffer = file_name;
   buffer.resize(std::max<size_t>(buffer.size() + 1, 32768), L'\0');
   OPENFILENAMEW dialog{};
