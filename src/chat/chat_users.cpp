@@ -94,62 +94,47 @@ void ChatUsers::RemoveAt(size_t position) {
   users_.erase(at);
 }
 
+// The lookups below walk the list in memory and cannot fail: unlike loading and saving, which
+// meet stored text and the settings store, they need no error handler of their own.
 bool ChatUsers::RemoveByEmail(const std::wstring& email) {
-  return Guard(log_, kContext, L"RemoveByEmail", false, [&] {
-    for (size_t i = 0; i < users_.size(); ++i) {
-      if (users_[i].user->Email() == email) {
-        RemoveAt(i);
-        return true;
-      }
+  for (size_t i = 0; i < users_.size(); ++i) {
+    if (users_[i].user->Email() == email) {
+      RemoveAt(i);
+      return true;
     }
-    return false;
-  });
+  }
+  return false;
 }
 
 bool ChatUsers::IsEmailAlreadyExists(const std::wstring& email) {
-  return Guard(log_, kContext, L"IsEmailAlreadyExists", false, [&] {
-    for (const Entry& entry : users_)
-      if (entry.user->Email() == email) return true;
-    return false;
-  });
+  for (const Entry& entry : users_)
+    if (entry.user->Email() == email) return true;
+  return false;
 }
 
 bool ChatUsers::IsEmailChangeWillCauseDuplication(const std::wstring& old_email,
                                                   const std::wstring& new_email) {
-  return Guard(log_, kContext, L"IsEmailChangeWillCauseDuplication", false, [&] {
-    if (Trim(old_email) == Trim(new_email)) return false;
-    for (const Entry& entry : users_)
-      if (entry.user->Email() == new_email) return true;
-    return false;
-  });
+  if (Trim(old_email) == Trim(new_email)) return false;
+  for (const Entry& entry : users_)
+    if (entry.user->Email() == new_email) return true;
+  return false;
 }
 
 ChatUser* ChatUsers::GetChatUserByEmail(const std::wstring& email) {
-  return Guard(log_, kContext, L"GetChatUserByEmail", static_cast<ChatUser*>(nullptr),
-               [&]() -> ChatUser* {
-                 const std::wstring wanted = LCase(email);
-                 for (const Entry& entry : users_)
-                   if (LCase(entry.user->Email()) == wanted) return entry.user.get();
-                 return nullptr;
-               });
+  const std::wstring wanted = LCase(email);
+  for (const Entry& entry : users_)
+    if (LCase(entry.user->Email()) == wanted) return entry.user.get();
+  return nullptr;
 }
 
 bool ChatUsers::FillListView(ChatListView& view, const std::wstring& image_list) {
-  return Guard(log_, kContext, L"FillListView", false, [&] {
-    view.small_icons = image_list;
-    view.rows.reserve(view.rows.size() + users_.size());
-    for (const Entry& entry : users_) {
-      const ChatUser& user = *entry.user;
-      ChatListRow row;
-      row.key = user.Email();
-      row.text = user.NickName();
-      row.icon_key = StatusImageKey(user.Status());
-      row.fore_color = user.ColorChatUser();
-      row.sub_item = user.Email();
-      view.rows.push_back(std::move(row));
-    }
-    return true;
-  });
+  view.small_icons = image_list;
+  for (const Entry& entry : users_) {
+    const ChatUser& user = *entry.user;
+    view.rows.push_back(ChatListRow{user.Email(), user.NickName(), StatusImageKey(user.Status()),
+                                    user.ColorChatUser(), user.Email(), false});
+  }
+  return true;
 }
 
 bool ChatUsers::InitializeData(const std::wstring& data, int field) {

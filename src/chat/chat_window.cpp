@@ -269,7 +269,6 @@ void ChatWindow::ShowIncomingMessage(const std::wstring& sender, const std::wstr
     block.text = ChatMessageText(body, addin_.config.ChatLong);
     block.attachment_count = attachment_count;
     block.entry_id = entry_id;
-    block.icon = L"0";
     if (ChatUser* user = addin_.chat.users.GetChatUserByEmail(sender)) {
       block.email = user->Email();
       block.nick_name = user->NickName().empty() ? user->Email() : user->NickName();

@@ -230,6 +230,26 @@ TEST_F(ChatWindowTest, SendWritesTheChatMailAndReportsIt) {
   EXPECT_EQ(Board(world).find("You have said", board.size()), std::string::npos);
 }
 
+// Without a chat address of their own the user is asked for one before the first send.
+TEST_F(ChatWindowTest, SendAsksForTheUsersOwnAddressFirst) {
+  addin->addin().config.ChatEmail = L" ";
+  window->SelectUsers({L"ben@example.com"});
+  window->SetMessage(L"hi");
+  world.ui.QueueChatAddress(L"anna at example");
+  world.ui.QueueChatAddress(L"anna@corvina.example");
+  ASSERT_TRUE(window->cmdSend_Click());
+  const auto lines = world.ui.Transcript();
+  const size_t n = lines.size();
+  ASSERT_GE(n, 3u);
+  EXPECT_EQ(lines[n - 3], L"[address] \"Your chat address (others see your messages as from it)\" -> \"anna at example\"");
+  EXPECT_EQ(lines[n - 2], L"[box] \"Corvina Chat.\" OK ! \"The Email you have entered is invalid\" -> OK (default)");
+  EXPECT_EQ(Sent().back()->subject, L"Chat message from: anna@corvina.example");
+  // Cancelled: nothing is sent.
+  addin->addin().config.ChatEmail.clear();
+  EXPECT_FALSE(window->cmdSend_Click());
+  EXPECT_EQ(Sent().size(), 1u);
+}
+
 // The dialog's five checks come in their order; a refused edit shows the dialog again.
 TEST_F(ChatWindowTest, UserPropertiesAreCheckedInOrder) {
   EXPECT_EQ(window->view().caption, L"Corvina Chat");

@@ -31,7 +31,7 @@ const std::set<std::wstring>& Allowed(Phase phase) {
        L"IDTExtensibility2_OnStartupComplete", L"oInspectors_NewInspector", L"LoopForNewChatsAtEntry"},
       {L"oApplication_NewMail", L"AddItemToTray", L"ReceiveNewChatMail", L"GetUserEmailFromBody",
        L"AutoInsertUser", L"Form_Load", L"ShowIncomingMessage", L"InitChat", L"AddText",
-       L"IsEmailAlreadyExists", L"GetChatUserByEmail", L"FillListView", L"Form_Paint"},
+       L"Form_Paint"},
       {L"My_Button9_Click"},
       {L"My_Button1_Click", L"ValidateDestFolders", L"mnu_Folder_Click", L"GetSelectedItems",
        L"ToggleSaveFaceID"},

@@ -159,6 +159,14 @@ TEST(SimulatorRun, TranscriptTellsWhatHappened) {
        true},
       {"start\nopen 2\n", {"opened \"Two\"", "toolbar \"VireoInspector\":\n    Vireo_"}, {}, true},
       {"start\nselect 9\n", {"\n  there is no Inbox item 9\n  ! line 2 could not be carried out\n"}, {}, true, 1},
+      // Without a chat address of one's own, the first send asks for it.
+      {"start\nclick Vireo_Chat\nchat new-user ben@x.example\nchat select ben@x.example\n"
+       "chat type hi\nchat own-address me@x.example\nchat send\nchat add-user 1\nchat click 9\n",
+       {"[address] \"Your chat address (others see your messages as from it)\" -> \"me@x.example\"",
+        "[chat] Last message sent successfully to: ben@x.example",
+        "[board] [picture 1: me@x.example] You have said",
+        "\n  there is no picture 9 on the board\n  ! line 9 could not be carried out\n"},
+       {"! line 8"}, true, 1},
       {"start\ndelete 9\n", {"\n  there is no Inbox item 9\n  ! line 2 could not be carried out\n"}, {}, true, 1},
       {"start\ndeliver new/report.eml\n", {"new mail [report] \"Returned\""}, {}, true},
       {"start\nselect 1,2\nchoose-folder 0\nclick Vireo_Save...\n",
