@@ -335,8 +335,27 @@ TEST_F(ChatWindowTest, BoardClicksAndUsersFromMessages) {
   window->mnuRemoveUser_Click();
   EXPECT_EQ(world.Setting(L"Chat", L"ChatUserEmail"), L"ben@example.com;");
   ASSERT_EQ(window->view().users.rows.size(), 1u);
+  // Two senders in a row join the list, each as a user of its own.
+  for (const wchar_t* sender : {L"eve@example.com", L"fay@example.com"}) {
+    world.store.DeliverNewMail(ChatMail(std::wstring(L"Chat message from: ") + sender, L"hello",
+                                        sender, At(22, 9, 45)));
+  }
+  EXPECT_EQ(addin->addin().chat.users.Count(), 3);
+  // ... and so do two added back from their pictures.
+  const std::string all = Board(world);
+  auto picture_of = [&](const std::string& sender) {
+    const size_t tag = all.rfind("CorvinaTag1=\"" + sender);
+    const size_t begin = all.rfind("<IMG", tag);
+    return FromUtf8(all.substr(begin, all.find('>', tag) - begin + 1));
+  };
+  addin->addin().chat.users.RemoveByEmail(L"eve@example.com");
+  addin->addin().chat.users.RemoveByEmail(L"fay@example.com");
+  window->mnuBrowserAddUser_Click(picture_of("eve@example.com"));
+  window->mnuBrowserAddUser_Click(picture_of("fay@example.com"));
+  EXPECT_EQ(world.Setting(L"Chat", L"ChatUserEmail"), L"ben@example.com;eve@example.com;fay@example.com;");
   EXPECT_EQ(GetSubjectTypeClicked(L"<td CorvinaTag1=\"x\">"), BoardClick::kNothing);
   EXPECT_EQ(GetUserEmailFromInnerHtml(L"<img corvinatag1=\"a&quot;b&amp;c&lt;@x\">"), L"a\"b&c<@x");
+  EXPECT_EQ(GetUserEmailFromInnerHtml(L"<img corvinatag1=\"&#39;&#x27;&#96;&#x60;&gt;\">"), L"''``>");
   EXPECT_EQ(GetEmailEntryIdFromInnerHtml(L"<img src=\"a\" id=\"00AB\" alt=\"x\">"), L"00AB");
 }
 
