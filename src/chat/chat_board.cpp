@@ -76,13 +76,14 @@ size_t SeparatorAt(std::wstring_view text, size_t i) {
   }
 }
 
-// A word of escaped text as a link's target or text: the quotes, the backtick and any stray
-// "<" or ">" (from a caller that did not escape) made entities; its "&" are the text table's.
-std::wstring LinkValue(std::wstring_view word) {
+// Every character that could end or break out of a double-quoted attribute, as an entity.
+// A link's word is escaped text already: its "&" are the text table's and stay as they are.
+std::wstring AttributeEntities(std::wstring_view value, bool ampersand) {
   std::wstring out;
-  out.reserve(word.size() + 8);
-  for (wchar_t c : word) {
+  out.reserve(value.size() + 8);
+  for (wchar_t c : value) {
     switch (c) {
+      case L'&': out += ampersand ? L"&amp;" : L"&"; break;
       case L'"': out += L"&quot;"; break;
       case L'\'': out += L"&#39;"; break;
       case L'`': out += L"&#96;"; break;
@@ -93,6 +94,8 @@ std::wstring LinkValue(std::wstring_view word) {
   }
   return out;
 }
+
+std::wstring LinkValue(std::wstring_view word) { return AttributeEntities(word, false); }
 
 void AppendLink(std::wstring& out, std::wstring_view target_prefix, const std::wstring& word) {
   out += L"<a target=\"_blank\" href=\"";
@@ -230,22 +233,7 @@ std::wstring EscapeBoardText(std::wstring_view text) {
   return out;
 }
 
-std::wstring EscapeAttribute(std::wstring_view value) {
-  std::wstring out;
-  out.reserve(value.size() + 8);
-  for (wchar_t c : value) {
-    switch (c) {
-      case L'&': out += L"&amp;"; break;
-      case L'"': out += L"&quot;"; break;
-      case L'\'': out += L"&#39;"; break;
-      case L'`': out += L"&#96;"; break;
-      case L'<': out += L"&lt;"; break;
-      case L'>': out += L"&gt;"; break;
-      default: out += c;
-    }
-  }
-  return out;
-}
+std::wstring EscapeAttribute(std::wstring_view value) { return AttributeEntities(value, true); }
 
 std::wstring RepalceSpecialChars(std::wstring_view text) {
   std::wstring out;

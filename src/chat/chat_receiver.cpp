@@ -32,8 +32,10 @@ std::wstring SenderFromFooter(AddIn& addin, const std::wstring& body) {
 
 void ReceiveNewChatMail(AddIn& addin, outlook::Item& mail) {
   addin.Run(L"ReceiveNewChatMail", [&] {
+    // The subject is read once, and not at all while chat is blocked.
+    if (addin.config.ChatBlockAll != L"0") return;
     const std::wstring subject = mail.Subject();
-    if (addin.config.ChatBlockAll != L"0" || !IsThisChatEmail(subject)) return;
+    if (!IsThisChatEmail(subject)) return;
     const std::wstring body = mail.Body();
     ChatUsers& users = addin.chat.users;
     std::wstring sender;

@@ -8,8 +8,8 @@
 
 namespace corvina {
 
-// One new mail from the new-mail handler: shown, marked read and deleted as the chat settings
-// say; a blocked sender's mail is left alone, and a mail with attachments is never deleted.
+// Each new mail from the new-mail handler; a chat mail is shown, marked read and deleted as
+// the chat settings say; a blocked sender's mail is left alone, and a mail with attachments is never deleted.
 void ReceiveNewChatMail(AddIn& addin, outlook::Item& mail);
 // Chat mails that arrived while Outlook was closed: the Inbox newest first, down to the last
 // mail-monitor time.

@@ -193,17 +193,30 @@ void ChatWindow::ClearAttachments() {
   Draw();
 }
 
-bool ChatWindow::AskOwnAddress() {
+std::wstring ChatWindow::AskValidAddress(TextId caption) {
   for (;;) {
-    const std::wstring typed =
-        Trim(addin_.services.ui.AskChatAddress(addin_.Text(TextId::kChatOwnAddress)));
-    if (typed.empty()) return false;
-    if (IsValidChatAddress(typed)) {
-      addin_.config.ChatEmail = typed;
-      return true;
-    }
+    const std::wstring typed = Trim(addin_.services.ui.AskChatAddress(addin_.Text(caption)));
+    // A ";" would split the address in the stored lists and in a mail's To line.
+    if (typed.empty() || (IsValidChatAddress(typed) && typed.find(L';') == std::wstring::npos))
+      return typed;
     Tell(addin_.Text(TextId::kChatAddressInvalid), vbExclamation);
   }
+}
+
+bool ChatWindow::AskOwnAddress() {
+  const std::wstring typed = AskValidAddress(TextId::kChatOwnAddress);
+  if (typed.empty()) return false;
+  addin_.config.ChatEmail = typed;
+  return true;
+}
+
+void ChatWindow::AddUserByAddress(const std::wstring& email) {
+  if (addin_.chat.users.IsEmailAlreadyExists(email)) {
+    Tell(addin_.Text(TextId::kChatUserExists, {email}), vbExclamation);
+    return;
+  }
+  AddUserRow(addin_.chat.users.Add(email, email, kChatUserActive, 0, 0, L"2", L""));
+  SaveUsers();
 }
 
 bool ChatWindow::cmdSend_Click() {
@@ -326,12 +339,7 @@ void ChatWindow::mnuBrowserAddUser_Click(const std::wstring& html) {
       Tell(addin_.Text(TextId::kChatCannotExtractUser), vbExclamation);
       return;
     }
-    if (addin_.chat.users.IsEmailAlreadyExists(email)) {
-      Tell(addin_.Text(TextId::kChatUserExists, {email}), vbExclamation);
-      return;
-    }
-    AddUserRow(addin_.chat.users.Add(email, email, kChatUserActive, 0, 0, L"2", L""));
-    SaveUsers();
+    AddUserByAddress(email);
   });
 }
 
@@ -396,22 +404,8 @@ bool ChatWindow::ShowUserProperties(const std::wstring& email) {
 
 void ChatWindow::mnuAddUser_Click() {
   Guard(addin_.log, kContext, L"mnuAddUser_Click", [&] {
-    for (;;) {
-      const std::wstring typed =
-          Trim(addin_.services.ui.AskChatAddress(addin_.Text(TextId::kChatNewUserAddress)));
-      if (typed.empty()) return;
-      if (!IsValidChatAddress(typed) || typed.find(L';') != std::wstring::npos) {
-        Tell(addin_.Text(TextId::kChatAddressInvalid), vbExclamation);
-        continue;
-      }
-      if (addin_.chat.users.IsEmailAlreadyExists(typed)) {
-        Tell(addin_.Text(TextId::kChatUserExists, {typed}), vbExclamation);
-        return;
-      }
-      AddUserRow(addin_.chat.users.Add(typed, typed, kChatUserActive, 0, 0, L"2", L""));
-      SaveUsers();
-      return;
-    }
+    const std::wstring typed = AskValidAddress(TextId::kChatNewUserAddress);
+    if (!typed.empty()) AddUserByAddress(typed);
   });
 }
 

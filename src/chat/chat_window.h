@@ -80,7 +80,11 @@ class ChatWindow {
   void Draw();
   void Tell(const std::wstring& text, int32_t style);
   bool OpenMailItemBySotreID(const std::wstring& entry_id);
+  // The address dialog until it gives a valid address or is cancelled ("").
+  std::wstring AskValidAddress(TextId caption);
   bool AskOwnAddress();
+  // A user typed or taken from the board: refused when listed, else added and saved.
+  void AddUserByAddress(const std::wstring& email);
   void SaveUsers();
 
   AddIn& addin_;

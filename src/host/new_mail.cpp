@@ -1,7 +1,6 @@
 #include "host/new_mail.h"
 
 #include "base/text.h"
-#include "chat/chat_mail.h"
 #include "chat/chat_receiver.h"
 #include "host/newest_item.h"
 #include "saving/auto_copy.h"
@@ -31,8 +30,7 @@ void oApplication_NewMail(AddIn& addin, const std::wstring& context) {
     if (!Trim(addin.config.ExtChecked).empty()) CopyNewMailAttachmentsByType(addin, *item);
     if (addin.config.TrayShow == L"1" && addin.config.TrayMonitor == L"1")
       AddNewMailToTray(addin, *item);
-    if (addin.config.ChatBlockAll == L"0" && IsThisChatEmail(item->Subject()))
-      ReceiveNewChatMail(addin, *item);
+    ReceiveNewChatMail(addin, *item);
   });
 }
 

@@ -109,12 +109,7 @@ bool ChatWatch::Perform(AddIn& addin, sim::ScriptedUserInterface& ui, const std:
     if (verb == L"click") {
       window.Board_Click(picture);
       // A sender picture selects its user, even the one already selected: said every time.
-      if (GetSubjectTypeClicked(picture) == BoardClick::kSender) {
-        selected_.clear();
-        for (const ChatListRow& row : window.view().users.rows)
-          if (row.selected) selected_ += (selected_.empty() ? L"" : L", ") + row.key;
-        say(L"  [chat] selected: " + (selected_.empty() ? L"nobody" : selected_));
-      }
+      tell_selection_ = GetSubjectTypeClicked(picture) == BoardClick::kSender;
     } else {
       window.mnuBrowserAddUser_Click(picture);
     }
@@ -212,8 +207,9 @@ void ChatWatch::PrintChanges(AddIn& addin, const SayFn& say) {
     std::wstring selected;
     for (const ChatListRow& row : window->view().users.rows)
       if (row.selected) selected += (selected.empty() ? L"" : L", ") + row.key;
-    if (selected != selected_) {
+    if (selected != selected_ || tell_selection_) {
       selected_ = selected;
+      tell_selection_ = false;
       say(L"  [chat] selected: " + (selected.empty() ? L"nobody" : selected));
     }
     if (window->view().status != status_) {

@@ -33,6 +33,7 @@ class ChatWatch {
   bool flashing_ = false;
   std::wstring status_;
   std::wstring selected_;  // the selected rows of the send-to list
+  bool tell_selection_ = false;  // say the selection even when it did not change
 };
 
 }  // namespace corvina::simulator

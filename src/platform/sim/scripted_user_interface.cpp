@@ -198,20 +198,25 @@ int32_t ScriptedUserInterface::ShowFolderMenu(const std::vector<std::wstring>& f
   return result;
 }
 
+std::wstring ScriptedUserInterface::RecordTextAnswer(UiEvent event,
+                                                     std::deque<std::wstring>& answers) {
+  if (answers.empty()) {
+    event.defaulted = true;
+  } else {
+    event.result_text = std::move(answers.front());
+    answers.pop_front();
+  }
+  std::wstring result = event.result_text;
+  Record(std::move(event));
+  return result;
+}
+
 std::wstring ScriptedUserInterface::BrowseForFolder(const std::wstring& title, uint32_t /*flags*/,
                                                     const std::wstring& start_folder) {
   faults_.Enter(Service::kUserInterface, "BrowseForFolder");
   UiEvent e = MakeEvent(UiEventKind::kBrowse, start_folder);
   e.title = title;
-  if (browse_results_.empty()) {
-    e.defaulted = true;
-  } else {
-    e.result_text = browse_results_.front();
-    browse_results_.pop_front();
-  }
-  std::wstring result = e.result_text;
-  Record(std::move(e));
-  return result;
+  return RecordTextAnswer(std::move(e), browse_results_);
 }
 
 std::wstring ScriptedUserInterface::SaveFileDialog(const std::wstring& title,
@@ -221,15 +226,7 @@ std::wstring ScriptedUserInterface::SaveFileDialog(const std::wstring& title,
   faults_.Enter(Service::kUserInterface, "SaveFileDialog");
   UiEvent e = MakeEvent(UiEventKind::kSaveFile, start_folder);
   e.title = title;
-  if (save_results_.empty()) {
-    e.defaulted = true;
-  } else {
-    e.result_text = save_results_.front();
-    save_results_.pop_front();
-  }
-  std::wstring result = e.result_text;
-  Record(std::move(e));
-  return result;
+  return RecordTextAnswer(std::move(e), save_results_);
 }
 
 void ScriptedUserInterface::ShowChatWindow(const ChatWindowView& view) {
@@ -264,15 +261,7 @@ bool ScriptedUserInterface::ShowChatUserProperties(ChatUserPropertiesView& view)
 std::wstring ScriptedUserInterface::AskChatAddress(const std::wstring& caption) {
   faults_.Enter(Service::kUserInterface, "AskChatAddress");
   UiEvent e = MakeEvent(UiEventKind::kChatAddress, caption);
-  if (addresses_.empty()) {
-    e.defaulted = true;
-  } else {
-    e.result_text = addresses_.front();
-    addresses_.pop_front();
-  }
-  std::wstring result = e.result_text;
-  Record(std::move(e));
-  return result;
+  return RecordTextAnswer(std::move(e), addresses_);
 }
 
 std::vector<std::wstring> ScriptedUserInterface::Transcript() const {

@@ -90,6 +90,8 @@ class ScriptedUserInterface : public UserInterface {
 
  private:
   void Record(UiEvent event);
+  // Records a dialog that answers with a text: the next queued one, "" (Cancel) when none is.
+  std::wstring RecordTextAnswer(UiEvent event, std::deque<std::wstring>& answers);
 
   Faults& faults_;
   std::deque<int32_t> msgbox_answers_;
