@@ -27,7 +27,6 @@ namespace corvina {
 namespace {
 
 const std::wstring kContext = L"ChatControl";
-constexpr wchar_t kUnknownUser[] = L"Unknown User";
 constexpr wchar_t kReplacement = 0xFFFD;
 
 bool IsSurrogate(uint32_t c) { return c >= 0xD800 && c <= 0xDFFF; }

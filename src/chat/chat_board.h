@@ -15,6 +15,10 @@
 
 namespace corvina {
 
+// What the board names a sender not in the user list (caption, alt text, tag): no address can
+// be taken from it.
+inline constexpr wchar_t kUnknownUser[] = L"Unknown User";
+
 // One message block as AddText writes it.
 struct ChatBlock {
   std::wstring text;
@@ -57,8 +61,7 @@ class ChatControl {
   // Saves the page with its tail to `path`; false (and a log line) when it cannot.
   bool SaveChat(const std::wstring& path);
   bool SaveBrowserHtmlToFile(const std::wstring& path);
-  // The HTML of the last block written (what a click on it reports, and what the simulator
-  // prints).
+  // The HTML of the last block written, as it went into the file.
   const std::string& last_block() const { return last_block_; }
 
  private:

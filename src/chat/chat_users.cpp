@@ -6,6 +6,7 @@
 
 #include "base/error.h"
 #include "base/text.h"
+#include "settings/config.h"
 #include "settings/guard.h"
 
 namespace corvina {
@@ -114,16 +115,12 @@ bool ChatUsers::IsEmailAlreadyExists(const std::wstring& email) {
 
 bool ChatUsers::IsEmailChangeWillCauseDuplication(const std::wstring& old_email,
                                                   const std::wstring& new_email) {
-  if (Trim(old_email) == Trim(new_email)) return false;
-  for (const Entry& entry : users_)
-    if (entry.user->Email() == new_email) return true;
-  return false;
+  return Trim(old_email) != Trim(new_email) && IsEmailAlreadyExists(new_email);
 }
 
 ChatUser* ChatUsers::GetChatUserByEmail(const std::wstring& email) {
-  const std::wstring wanted = LCase(email);
   for (const Entry& entry : users_)
-    if (LCase(entry.user->Email()) == wanted) return entry.user.get();
+    if (EqualsIgnoreCase(entry.user->Email(), email)) return entry.user.get();
   return nullptr;
 }
 
@@ -227,7 +224,7 @@ std::wstring ChatUsers::GetAllAsStringByType(int field) {
 bool ChatUsers::SaveConfig(SettingsTree& settings) {
   return Guard(log_, kContext, L"SaveConfig", false, [&] {
     for (int field : kSaveOrder)
-      settings.Write(L"Vireo", L"Chat", kFieldKeys[static_cast<size_t>(field)], ListText(field));
+      settings.Write(kAppName, L"Chat", kFieldKeys[static_cast<size_t>(field)], ListText(field));
     return true;
   });
 }

@@ -13,8 +13,6 @@ namespace {
 
 // The class name frmChat's procedures log under.
 constexpr wchar_t kContext[] = L"frmChat";
-// The unknown sender's address on the board: no address can be taken from it.
-constexpr wchar_t kUnknownUser[] = L"Unknown User";
 // The board's key for the user's own blocks, which no address can equal.
 constexpr wchar_t kOwnSpeaker[] = L"<own>";
 
@@ -144,13 +142,11 @@ void ChatWindow::RefreshUserList() {
 }
 
 void ChatWindow::AddUserRow(const ChatUser& user) {
-  // The window may have just been loaded with the list that already holds the user.
+  // The window may have just been loaded with the list that already holds the user; else
+  // the list, which holds it now, is shown again with the selection kept.
   for (const ChatListRow& row : view_.users.rows)
     if (row.key == user.Email()) return;
-  view_.users.rows.push_back(ChatListRow{user.Email(), user.NickName(),
-                                         StatusImageKey(user.Status()), user.ColorChatUser(),
-                                         user.Email(), false});
-  Draw();
+  RefreshUserList();
 }
 
 void ChatWindow::SelectUsers(const std::vector<std::wstring>& emails) {
@@ -185,11 +181,6 @@ void ChatWindow::SetColor(ChatColor color) {
 
 void ChatWindow::AddAttachment(const std::wstring& path) {
   view_.attachments.push_back(path);
-  Draw();
-}
-
-void ChatWindow::ClearAttachments() {
-  view_.attachments.clear();
   Draw();
 }
 
@@ -236,7 +227,6 @@ bool ChatWindow::cmdSend_Click() {
     if (Trim(addin_.config.ChatEmail).empty() && !AskOwnAddress()) return false;
     const Config& c = addin_.config;
     const bool sent = Guard(addin_.log, kContext, L"SendChatMail", false, [&] {
-      if (!addin_.oApplication) Raise(kErrObjectVariableNotSet, L"Object variable or With block variable not set");
       auto mail = addin_.oApplication->CreateItem(outlook::olMailItem);
       mail->SetSubject(ChatSubject(c.ChatEmail));
       mail->SetBody(ComposeChatBody(view_.message, c.HomePageLink, c.ChatEmail, ChatVersionText()));

@@ -48,7 +48,6 @@ class ChatWindow {
   void SetFormat(bool bold, bool italic, bool underline);
   void SetColor(ChatColor color);
   void AddAttachment(const std::wstring& path);
-  void ClearAttachments();
 
   // cmdSend_Click: one chat mail to every selected user. True when it was sent.
   bool cmdSend_Click();

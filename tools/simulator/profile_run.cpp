@@ -193,7 +193,7 @@ void ProfileRun::AdvanceClock(double seconds) {
 }
 
 std::wstring ProfileRun::Address(const std::wstring& fallback) {
-  std::optional<std::wstring> chat = settings_.Read(L"Vireo", L"Chat", L"ChatEmail");
+  std::optional<std::wstring> chat = settings_.Read(kAppName, L"Chat", L"ChatEmail");
   return chat && !Trim(*chat).empty() ? Trim(*chat) : fallback;
 }
 
