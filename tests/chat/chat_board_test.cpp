@@ -87,11 +87,7 @@ class ChatBoardTest : public ::testing::Test {
  protected:
   void SetUp() override { log.StartLog(std::wstring(kAddinFolder) + L"\\Vireo.log"); }
   std::string Board() { return world.files.Get(board.BoardPath()).value_or("<none>"); }
-  bool Logged(const wchar_t* text) {
-    for (const auto& line : world.LogLines())
-      if (ContainsText(line, text)) return true;
-    return false;
-  }
+  bool Logged(const wchar_t* text) { return !world.LogLinesWith(text).empty(); }
 
   testing::SimWorld world;
   Log log{world.files, world.clock};

@@ -28,12 +28,7 @@ std::string Board(SimWorld& world) {
   return world.files.FileExists(kBoard) ? world.files.ReadFile(kBoard) : std::string();
 }
 
-std::vector<std::wstring> Errors(SimWorld& world) {
-  std::vector<std::wstring> errors;
-  for (const std::wstring& line : world.LogLines())
-    if (ContainsText(line, L"| Error |")) errors.push_back(line);
-  return errors;
-}
+std::vector<std::wstring> Errors(SimWorld& world) { return world.LogLinesWith(L"| Error |"); }
 
 bool Has(const std::string& text, const std::string& part) {
   return text.find(part) != std::string::npos;
@@ -113,10 +108,7 @@ TEST(ChatReceiving, DamagedFootersAreLoggedAndNothingElseBreaks) {
   sim::SimItemData open = sim::MakeMail(from, At(22, 9, 33));
   open.body = L"hi\r\n\r\n\r\n" + std::wstring(kChatSeparator) + L"\r\n<Email>z@example.com";
   world.store.DeliverNewMail(open);
-  size_t warnings = 0;
-  for (const std::wstring& line : world.LogLines())
-    warnings += ContainsText(line, L"| Warning | A chat mail has no sender address in its footer");
-  EXPECT_EQ(warnings, 1u);
+  EXPECT_EQ(world.LogLinesWith(L"| Warning | A chat mail has no sender address in its footer").size(), 1u);
   auto log = Errors(world);
   log.erase(log.begin(), log.begin() + static_cast<std::ptrdiff_t>(errors));
   ASSERT_EQ(log.size(), 3u);

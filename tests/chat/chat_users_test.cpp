@@ -21,12 +21,7 @@ using testing::kAddinFolder;
 class ChatUsersTest : public ::testing::Test {
  protected:
   void SetUp() override { log.StartLog(std::wstring(kAddinFolder) + L"\\Vireo.log"); }
-  std::vector<std::wstring> ErrorLines() {
-    std::vector<std::wstring> errors;
-    for (auto& line : world.LogLines())
-      if (ContainsText(line, L"Error Source=")) errors.push_back(line);
-    return errors;
-  }
+  std::vector<std::wstring> ErrorLines() { return world.LogLinesWith(L"Error Source="); }
   std::wstring List(ChatUsers& list, int field) { return list.GetAllAsStringByType(field); }
 
   testing::SimWorld world;

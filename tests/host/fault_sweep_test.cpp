@@ -134,9 +134,7 @@ struct Outcome {
 Outcome Check(SimWorld& world, DesVireo& addin, Phase phase, const std::wstring& marker,
               const std::wstring& source, bool may_be_silent, size_t max_lines) {
   Outcome out;
-  std::vector<std::wstring> lines;
-  for (const auto& line : world.LogLines())
-    if (ContainsText(line, marker)) lines.push_back(line);
+  const std::vector<std::wstring> lines = world.LogLinesWith(marker);
   if (!lines.empty()) {
     out.logged = true;
     EXPECT_LE(lines.size(), max_lines) << ToUtf8(lines.back());
@@ -148,9 +146,7 @@ Outcome Check(SimWorld& world, DesVireo& addin, Phase phase, const std::wstring&
   }
   if (addin.addin().LoadedIndirectly) return out;  // an inert add-in has nothing to shut down
   if (phase != kShutdown) {
-    bool removed = false;
-    for (const auto& line : world.LogLines()) removed |= ContainsText(line, L"was removed successfully");
-    EXPECT_TRUE(removed) << "shut-down did not finish";
+    EXPECT_FALSE(world.LogLinesWith(L"was removed successfully").empty()) << "shut-down did not finish";
     EXPECT_TRUE(world.HasSetting(L"Configuration", L"AutoReplace")) << "settings were not saved";
     EXPECT_TRUE(world.ui.LoadedForms().empty()) << ToUtf8(world.ui.LoadedForms().front());
   }

@@ -11,18 +11,6 @@ namespace {
 
 using testing::SimWorld;
 
-std::vector<std::wstring> Tags(const sim::SimCommandBarData& bar) {
-  std::vector<std::wstring> tags;
-  for (const auto& c : bar.controls) tags.push_back(c->tag);
-  return tags;
-}
-
-const sim::SimControlData* Control(const sim::SimCommandBarData& bar, const std::wstring& tag) {
-  for (const auto& c : bar.controls)
-    if (c->tag == tag) return c.get();
-  return nullptr;
-}
-
 TEST(StartupTest, WithoutAMainWindowTheAddInStaysInert) {
   SimWorld world;
   world.store.CloseExplorer(world.store.ActiveExplorer());
@@ -82,55 +70,21 @@ TEST(StartupTest, OptionalStepsAreSkippedWhenTheirSettingsAreEmpty) {
   }
 }
 
-TEST(StartupTest, ToolbarIsBuiltInOrderWithFacesStylesAndTexts) {
+// The order, faces, captions, tips and visibility of the first start's buttons are pinned line
+// by line by the simulator's sample transcript; here what it does not show.
+TEST(StartupTest, ToolbarButtonsAreIconAndCaptionButtons) {
   SimWorld world;
   auto addin = world.StartOutlook();
   auto bar = world.Bar();
   ASSERT_TRUE(bar);
   EXPECT_TRUE(bar->visible);
-  // The combo box is never created: only an existing one would be hidden.
-  const std::vector<std::wstring> order = {
-      L"Vireo_CoolMail...", L"Vireo_Save...",       L"Vireo_Configuration",
-      L"Vireo_Preview",     L"Vireo_Smart sender...", L"Vireo_2 Hebrew",
-      L"Vireo_Virus Alert", L"Vireo_About",         L"Vireo_Chat",
-      L"Vireo_SearchAttachments", L"Vireo_VoiceMail"};
-  EXPECT_EQ(Tags(*bar), order);
-  struct Expect {
-    const wchar_t* tag;
-    int32_t face;
-    bool visible;
-    const wchar_t* caption;
-    const wchar_t* tooltip;
-  };
-  // First run: the reset list decides, Hebrew and Virus Alert keep their new-button state.
-  // The texts are what the user reads on the toolbar (the About button shows its icon only).
-  const Expect expected[] = {
-      {kTagCoolMail, 59, true, L"Cool Mail", L"Choose a stationery for this mail"},
-      {kTagSave, 1975, true, L"Save", L"Save the attachments of the selected mails"},
-      {kTagConfiguration, 222, true, L"Configuration", L"Corvina settings"},
-      {kTagPreview, 1362, true, L"Preview", L"Preview the pictures attached to the selected mails"},
-      {kTagSmartSender, 3203, false, L"Smart Sender", L"Send to a distribution list"},
-      {kTagHebrew, 3540, true, L"Hebrew", L"Translate text typed with the wrong keyboard layout"},
-      {kTagVirusAlert, 719, true, L"Virus Alert", L"Virus-alert patterns and scans"},
-      {kTagAbout, 49, true, L"", L"About Corvina"},
-      {kTagChat, 3735, false, L"Chat", L"Chat with other Corvina users"},
-      {kTagSearch, 1744, false, L"Search", L"Search the mail folders for attachments"},
-      {kTagVoiceMail, 27, false, L"Voice Mail", L"Record a voice message for this mail"}};
-  for (const Expect& e : expected) {
-    const auto* c = Control(*bar, e.tag);
-    ASSERT_TRUE(c) << ToUtf8(e.tag);
-    EXPECT_EQ(c->face_id, e.face) << ToUtf8(e.tag);
-    EXPECT_EQ(c->visible, e.visible) << ToUtf8(e.tag);
-    EXPECT_EQ(c->style, 3) << ToUtf8(e.tag);
-    EXPECT_EQ(c->type, 1) << ToUtf8(e.tag);
-    EXPECT_EQ(c->caption, e.caption) << ToUtf8(e.tag);
-    EXPECT_EQ(c->tooltip_text, e.tooltip) << ToUtf8(e.tag);
+  EXPECT_EQ(bar->controls.size(), 11u);  // the combo box is never created, only hidden
+  for (const auto& c : bar->controls) {
+    EXPECT_EQ(c->style, 3) << ToUtf8(c->tag);
+    EXPECT_EQ(c->type, 1) << ToUtf8(c->tag);
   }
   // The missing combo box is the one expected error of a first start.
-  bool combo_logged = false;
-  for (const auto& line : world.LogLines())
-    combo_logged |= ContainsText(line, L"Error Source=DesVireoCreateAddInComboBox\\Vireo;");
-  EXPECT_TRUE(combo_logged);
+  EXPECT_EQ(world.LogLinesWith(L"Error Source=DesVireoCreateAddInComboBox\\Vireo;").size(), 1u);
 }
 
 TEST(StartupTest, HideAllTextLeavesEveryButtonWithoutCaption) {

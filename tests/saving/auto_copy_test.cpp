@@ -65,8 +65,7 @@ TEST_F(AutoCopyTest, StartupSweepCopiesBackToTheLastMonitorTime) {
                                 L"C:\\Bare\\stop.pdf", L"C:\\Bare\\r.final.pdf",
                                 L"C:\\Dotted\\a.PDF"})
     EXPECT_FALSE(world.files.Get(absent)) << ToUtf8(absent);
-  for (const auto& line : world.LogLines())
-    EXPECT_FALSE(ContainsText(line, L"LoopForAotuCopyFileTypesAtEntry")) << ToUtf8(line);
+  EXPECT_TRUE(world.LogLinesWith(L"LoopForAotuCopyFileTypesAtEntry").empty());
 }
 
 TEST_F(AutoCopyTest, MissingFolderEndsTheSweepWithOneLogLine) {
@@ -75,10 +74,7 @@ TEST_F(AutoCopyTest, MissingFolderEndsTheSweepWithOneLogLine) {
   world.store.AddToInbox(MailWith(Day(22), {L"a.pdf"}));
   world.store.AddToInbox(MailWith(Day(22), {L"b.pdf", L"c.pdf"}));
   auto addin = world.StartOutlook();
-  int lines = 0;
-  for (const auto& line : world.LogLines())
-    lines += ContainsText(line, L"Error Source=DesVireoLoopForAotuCopyFileTypesAtEntry\\");
-  EXPECT_EQ(lines, 1);
+  EXPECT_EQ(world.LogLinesWith(L"Error Source=DesVireoLoopForAotuCopyFileTypesAtEntry\\").size(), 1u);
   EXPECT_FALSE(world.files.DirectoryExists(L"C:\\Nowhere"));
 }
 
@@ -97,11 +93,8 @@ TEST_F(AutoCopyTest, NewMailUsesTheDottedKeyAndAsksBeforeReplacing) {
   ASSERT_FALSE(world.Boxes().empty());
   EXPECT_EQ(world.Boxes().back(),
             L"The file C:\\Pics\\photo.jpg Already exsists.\r\nDo you want to replace it ?");
-  bool refused = false;
-  for (const auto& line : world.LogLines())
-    refused |= ContainsText(line, L"Error Source=DesVireooApplication_NewMail\\Vireo; Error "
-                                  L"Description=Attachment name refused");
-  EXPECT_TRUE(refused);
+  EXPECT_FALSE(world.LogLinesWith(L"Error Source=DesVireooApplication_NewMail\\Vireo; Error "
+                                  L"Description=Attachment name refused").empty());
 
   world.ui.QueueMsgBoxAnswer(vbYes);
   world.store.DeliverNewMail(MailWith(Day(22, 11), {L"photo.jpg"}));

@@ -20,11 +20,7 @@ sim::SimItemData MailWith(std::vector<std::wstring> names, Date received = FromC
   return mail;
 }
 
-bool LogHas(SimWorld& world, const std::wstring& text) {
-  for (const auto& line : world.LogLines())
-    if (ContainsText(line, text)) return true;
-  return false;
-}
+bool LogHas(SimWorld& world, const std::wstring& text) { return !world.LogLinesWith(text).empty(); }
 
 size_t Count(const SimWorld& world, sim::UiEventKind kind) {
   size_t n = 0;

@@ -66,9 +66,7 @@ TEST_F(ConfigStoreTest, NonNumericNumberStopsLoadingAtThatKey) {
   EXPECT_EQ(config.glbThumbWidth, 92);       // the bad key keeps its default
   EXPECT_EQ(config.AutoReplace, L"1");       // never reached
   EXPECT_EQ(config.glbFoldersMax, -1);
-  std::vector<std::wstring> errors;
-  for (const auto& line : world.LogLines())
-    if (ContainsText(line, L"Error Source=")) errors.push_back(line);
+  const std::vector<std::wstring> errors = world.LogLinesWith(L"Error Source=");
   ASSERT_EQ(errors.size(), 1u);
   EXPECT_TRUE(ContainsText(errors[0],
                            L"Error Source=NothingLoadConfig\\Vireo; Error Description=Type mismatch"))

@@ -53,6 +53,13 @@ std::vector<std::wstring> SimWorld::LogLines() {
   return lines;
 }
 
+std::vector<std::wstring> SimWorld::LogLinesWith(std::wstring_view text) {
+  std::vector<std::wstring> found;
+  for (std::wstring& line : LogLines())
+    if (ContainsText(line, text)) found.push_back(std::move(line));
+  return found;
+}
+
 std::vector<std::wstring> SimWorld::ProgressTexts() const {
   std::vector<std::wstring> out;
   for (const auto& e : ui.events())

@@ -35,6 +35,8 @@ class SimWorld {
   bool HasSetting(const std::wstring& section, const std::wstring& key);
   void Store(const std::wstring& section, const std::wstring& key, const std::wstring& value);
   std::vector<std::wstring> LogLines();
+  // The log lines holding `text`.
+  std::vector<std::wstring> LogLinesWith(std::wstring_view text);
   std::vector<std::wstring> ProgressTexts() const;
   std::vector<std::wstring> Boxes() const;  // prompts of MsgBox and texts of ShowMsgBox
   std::shared_ptr<sim::SimCommandBarData> Bar(const std::wstring& name = L"Vireo");

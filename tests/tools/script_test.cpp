@@ -59,19 +59,6 @@ TEST(ParseScript, ReadsEveryVerb) {
   }
 }
 
-TEST(ParseScript, TakesEveryChatCommand) {
-  const Script script = ParseScript(
-      "chat select a@x.example, b@x.example\nchat TYPE hi\nchat format bold\nchat color Red\n"
-      "chat attach C:\\a.txt\nchat send\nchat click 1\nchat add-user 1\n"
-      "chat properties a@x.example nick=A\nchat new-user c@x.example\n"
-      "chat own-address me@x.example\nchat remove-user\nchat clear\nchat save C:\\b.html\n"
-      "chat close\nchat activate\nchat flash 2\n",
-      "chat.script");
-  EXPECT_TRUE(script.ok()) << script.errors.front();
-  EXPECT_EQ(script.actions.size(), 17u);
-  EXPECT_EQ(script.actions[1].text, L"TYPE hi");
-}
-
 TEST(ParseScript, ReportsEveryFaultyLineWithItsNumber) {
   Script script = ParseScript(
       "# a comment\n"
