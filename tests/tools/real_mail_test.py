@@ -2,7 +2,6 @@
 """End-to-end test of the simulator's mail reading and the add-in's Save over a corpus of mails.
 
     real_mail_test.py <corvina-sim> <corpus dir> <scratch dir>
-    real_mail_test.py --oracle <corpus dir>      (only print what each mail should give)
 
 Every mail of the corpus (tests/data/mail, written by make_corpus.py there) is saved by the
 add-in into a folder of its own, and the files that come out are compared, name and bytes, with
@@ -24,7 +23,6 @@ simulator with a line naming them, and the run must go on.
 import email
 import email.message
 import email.policy
-import hashlib
 import os
 import re
 import shutil
@@ -290,22 +288,7 @@ def compare(expected, folder):
     return problems
 
 
-def print_oracle(corpus):
-    for file in sorted(f for f in os.listdir(corpus) if f.endswith(".eml")):
-        is_mail, attachments = read_mail(os.path.join(corpus, file))
-        print(file + ("" if is_mail else "  (no mail: to be skipped)"))
-        if isinstance(attachments, str):
-            print("    " + attachments)
-            continue
-        for name, data in attachments:
-            print("    %-60s %7d  %s" % (ascii(name) if len(name) > 60 else name, len(data),
-                                          hashlib.sha256(data).hexdigest()[:12]))
-    return 0
-
-
 def main(argv):
-    if len(argv) == 3 and argv[1] == "--oracle":
-        return print_oracle(argv[2])
     if len(argv) != 4:
         print(__doc__.split("\n\n")[1], file=sys.stderr)
         return 2
