@@ -1,5 +1,6 @@
 #include "chat/chat_users.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 #include <utility>
@@ -98,13 +99,11 @@ void ChatUsers::RemoveAt(size_t position) {
 // The lookups below walk the list in memory and cannot fail: unlike loading and saving, which
 // meet stored text and the settings store, they need no error handler of their own.
 bool ChatUsers::RemoveByEmail(const std::wstring& email) {
-  for (size_t i = 0; i < users_.size(); ++i) {
-    if (users_[i].user->Email() == email) {
-      RemoveAt(i);
-      return true;
-    }
-  }
-  return false;
+  const auto found = std::find_if(users_.begin(), users_.end(),
+                                  [&](const Entry& entry) { return entry.user->Email() == email; });
+  if (found == users_.end()) return false;
+  RemoveAt(static_cast<size_t>(found - users_.begin()));
+  return true;
 }
 
 bool ChatUsers::IsEmailAlreadyExists(const std::wstring& email) {

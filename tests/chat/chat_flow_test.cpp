@@ -242,6 +242,19 @@ TEST_F(ChatWindowTest, SendAsksForTheUsersOwnAddressFirst) {
   EXPECT_EQ(Sent().size(), 1u);
 }
 
+// The address dialog asks again until it gets an address a mail can go to.
+TEST_F(ChatWindowTest, AddressDialogRefusesWhatNoMailCanReach) {
+  const wchar_t* const refused[] = {L"@x.example", L"a@b@x.example", L"a@.example", L"a@x.",
+                                    L"a b@x.example", L"dan;eve@x.example", L"dan@example"};
+  for (const wchar_t* address : refused) world.ui.QueueChatAddress(address);
+  world.ui.QueueChatAddress(L" dan@x.example ");
+  window->mnuAddUser_Click();
+  const auto boxes = world.Boxes();
+  ASSERT_EQ(boxes.size(), std::size(refused));
+  for (const std::wstring& box : boxes) EXPECT_EQ(box, L"The Email you have entered is invalid");
+  EXPECT_EQ(world.Setting(L"Chat", L"ChatUserEmail"), L"ben@example.com;cleo@example.com;dan@x.example;");
+}
+
 // The dialog's five checks come in their order; a refused edit shows the dialog again.
 TEST_F(ChatWindowTest, UserPropertiesAreCheckedInOrder) {
   EXPECT_EQ(window->view().caption, L"Corvina Chat");
