@@ -362,6 +362,7 @@ TEST_F(ChatWindowTest, BoardClicksAndUsersFromMessages) {
   EXPECT_EQ(GetUserEmailFromInnerHtml(L"<img corvinatag1=\"a&quot;b&amp;c&lt;@x\">"), L"a\"b&c<@x");
   EXPECT_EQ(GetUserEmailFromInnerHtml(L"<img corvinatag1=\"&#39;&#x27;&#96;&#x60;&gt;\">"), L"''``>");
   EXPECT_EQ(GetEmailEntryIdFromInnerHtml(L"<img src=\"a\" id=\"00AB\" alt=\"x\">"), L"00AB");
+  EXPECT_EQ(GetEmailEntryIdFromInnerHtml(L"<img id=\"\" alt=\"x\">"), L"");
 }
 
 TEST_F(ChatWindowTest, FlashClearSaveAndClose) {

@@ -74,6 +74,7 @@ TEST(ChatMail, SenderFromTheFooter) {
       {pad + L"xx<Email>a</Email>", std::nullopt},              // s = 32,770
       {std::wstring(32768, L'x') + L"<Email>a</Email>", std::nullopt},
       {L"<Email>" + pad + L"</Email>", std::nullopt},
+      {L"<Email>" + std::wstring(32759, L'x') + L"</Email>", std::wstring(32759, L'x')},  // at 32,767
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(ToUtf8(c.body.substr(0, 40)));
