@@ -195,6 +195,7 @@ TEST_F(ChatWindowTest, SendWritesTheChatMailAndReportsIt) {
   window->SelectUsers({L"BEN@example.com", L"cleo@example.com"});
   window->SetMessage(L"Plans for Friday?");
   window->SetFormat(true, false, true);
+  EXPECT_TRUE(world.ui.chat_view().bold && world.ui.chat_view().underline);  // drawn at once
   window->AddAttachment(L"C:\\plan.txt");
   world.files.Put(L"C:\\plan.txt", "plan");
   ASSERT_TRUE(window->cmdSend_Click());
@@ -239,6 +240,7 @@ TEST_F(ChatWindowTest, SendAsksForTheUsersOwnAddressFirst) {
   // Cancelled: nothing is sent.
   addin->addin().config.ChatEmail.clear();
   EXPECT_FALSE(window->cmdSend_Click());
+  EXPECT_TRUE(world.ui.Transcript().back().ends_with(L"-> (cancelled) (default)"));
   EXPECT_EQ(Sent().size(), 1u);
 }
 

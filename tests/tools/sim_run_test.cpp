@@ -160,6 +160,7 @@ TEST(SimulatorRun, TranscriptTellsWhatHappened) {
       {"start\nopen 2\n", {"opened \"Two\"", "toolbar \"VireoInspector\":\n    Vireo_"}, {}, true},
       {"start\nselect 9\n", {"\n  there is no Inbox item 9\n  ! line 2 could not be carried out\n"}, {}, true, 1},
       {"start\nchat send\n", {"\n  the chat window is not open (click Vireo_Chat)\n  ! line 2"}, {}, true, 1},
+      {"as nobody\n", {"\n  ! line 1: there is no user \"nobody\"\n"}, {}, false, 1},
       // Without a chat address of one's own, the first send asks for it.
       {"start\nclick Vireo_Chat\nchat new-user ben@x.example\nchat select ben@x.example\n"
        "chat type hi\nchat own-address me@x.example\nchat send\nchat add-user 1\nchat click 9\n",
