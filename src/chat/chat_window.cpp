@@ -57,6 +57,16 @@ std::wstring ChoiceName(ChatColor color) {
   return kChatColorChoices[0];
 }
 
+// A stored placement: a whole number of pixels, else none (0).
+int32_t ToPixels(const std::wstring& text) {
+  const std::wstring t = Trim(text);
+  const size_t digits = t.rfind(L'-', 0) == 0 ? 1 : 0;
+  if (t.size() <= digits || t.size() > digits + 6 ||
+      t.find_first_not_of(L"0123456789", digits) != std::wstring::npos)
+    return 0;
+  return static_cast<int32_t>(std::stol(t));
+}
+
 std::wstring TimeOfDay(Date now) {
   const CivilTime t = ToCivil(now);
   wchar_t text[16];
@@ -85,7 +95,52 @@ std::wstring GetEmailEntryIdFromInnerHtml(const std::wstring& html) {
 }
 
 ChatWindow::ChatWindow(AddIn& addin)
-    : addin_(addin), board_(addin.services.files, addin.log, addin.services.addin_folder) {}
+    : addin_(addin),
+      board_(addin.services.files, addin.log, addin.services.addin_folder),
+      events_(MakeEvents()) {}
+
+// The window's controls call these while the window, and so this model, exists; closing
+// reaches the add-in's own entry, which lets go of this model, so it captures nothing of it.
+ChatWindowEvents ChatWindow::MakeEvents() {
+  ChatWindowEvents e;
+  e.select_users = [this](const std::vector<std::wstring>& emails) { SelectUsers(emails); };
+  e.message_changed = [this](const std::wstring& text) {
+    view_.message = text;  // the window shows what was typed already
+  };
+  e.format_changed = [this](bool b, bool i, bool u) { SetFormat(b, i, u); };
+  e.color_changed = [this](uint32_t color) { SetColor(color); };
+  e.add_attachment = [this](const std::wstring& path) { AddAttachment(path); };
+  e.remove_attachment = [this](size_t index) { RemoveAttachment(index); };
+  e.send = [this] { cmdSend_Click(); };
+  e.activated = [this] { Form_Activate(); };
+  e.flash_tick = [this] { tmrFlash_Timer(); };
+  e.placed = [this](int32_t l, int32_t t, int32_t w, int32_t h) { Form_Placed(l, t, w, h); };
+  e.close = [addin = &addin_] { CloseChatWindow(*addin); };
+  e.board_click = [this](const std::wstring& html) { Board_Click(html); };
+  e.board_add_user = [this](const std::wstring& html) { mnuBrowserAddUser_Click(html); };
+  e.board_user_properties = [this](const std::wstring& html) {
+    CallmnuBrowserUserProperties_Click(html);
+  };
+  e.board_show_attachments = [this](const std::wstring& html) {
+    CallmnuBrowserShowAttachments_Click(html);
+  };
+  e.add_user = [this] { mnuAddUser_Click(); };
+  e.remove_users = [this] { mnuRemoveUser_Click(); };
+  e.user_properties = [this](const std::wstring& email) { ShowUserProperties(email); };
+  e.clear_board = [this] { mnuClearBoard_Click(); };
+  e.save_board = [this] { mnuSaveBoard_Click(); };
+  return e;
+}
+
+void ChatWindow::BoardStarted() {
+  ++view_.board_serial;
+  view_.board_blocks.clear();
+}
+
+void ChatWindow::BoardAdded(const ChatBlock& block) {
+  board_.AddText(block);
+  view_.board_blocks.push_back(board_.last_block());
+}
 
 void ChatWindow::Form_Load() {
   Guard(addin_.log, kContext, L"Form_Load", [&] {
@@ -97,12 +152,25 @@ void ChatWindow::Form_Load() {
         !addin_.services.files.FileExists(view_.board_path)) {
       board_.InitChat(view_.right_to_left, addin_.services.clock.Now());
     }
+    BoardStarted();
+    const Config& c = addin_.config;
+    view_.left = ToPixels(c.ChatFormLeft);
+    view_.top = ToPixels(c.ChatFormTop);
+    view_.width = ToPixels(c.ChatFormWidth);
+    view_.height = ToPixels(c.ChatFormHeight);
     RefreshUserList();
   });
 }
 
 void ChatWindow::Form_Unload() {
   Guard(addin_.log, kContext, L"Form_Unload", [&] {
+    if (view_.width > 0 && view_.height > 0) {
+      Config& c = addin_.config;
+      c.ChatFormLeft = std::to_wstring(view_.left);
+      c.ChatFormTop = std::to_wstring(view_.top);
+      c.ChatFormWidth = std::to_wstring(view_.width);
+      c.ChatFormHeight = std::to_wstring(view_.height);
+    }
     SaveUsers();
     if (addin_.config.ChatClearBoardOnClose == L"1")
       board_.ClearChatBoard(view_.right_to_left, addin_.services.clock.Now());
@@ -121,7 +189,11 @@ void ChatWindow::Form_Activate() {
 // Every change of the model repaints the window; a repaint that fails is logged and the
 // model stays as it is, so the next repaint shows it.
 void ChatWindow::Draw() {
-  Guard(addin_.log, kContext, L"Form_Paint", [&] { addin_.services.ui.ShowChatWindow(view_); });
+  const bool drawn = Guard(addin_.log, kContext, L"Form_Paint", false, [&] {
+    addin_.services.ui.ShowChatWindow(view_, events_);
+    return true;
+  });
+  if (drawn) view_.board_blocks.clear();
 }
 
 void ChatWindow::Tell(const std::wstring& text, int32_t style) {
@@ -182,6 +254,19 @@ void ChatWindow::SetColor(ChatColor color) {
 void ChatWindow::AddAttachment(const std::wstring& path) {
   view_.attachments.push_back(path);
   Draw();
+}
+
+void ChatWindow::RemoveAttachment(size_t index) {
+  if (index >= view_.attachments.size()) return;
+  view_.attachments.erase(view_.attachments.begin() + static_cast<ptrdiff_t>(index));
+  Draw();
+}
+
+void ChatWindow::Form_Placed(int32_t left, int32_t top, int32_t width, int32_t height) {
+  view_.left = left;
+  view_.top = top;
+  view_.width = width;
+  view_.height = height;
 }
 
 std::wstring ChatWindow::AskValidAddress(TextId caption) {
@@ -256,7 +341,7 @@ bool ChatWindow::cmdSend_Click() {
     block.icon = L"1";
     block.header = last_speaker_ != kOwnSpeaker;
     block.own = true;
-    board_.AddText(block);
+    BoardAdded(block);
     last_speaker_ = kOwnSpeaker;
     view_.message.clear();
     view_.attachments.clear();
@@ -281,7 +366,7 @@ void ChatWindow::ShowIncomingMessage(const std::wstring& sender, const std::wstr
     }
     const std::wstring speaker = LCase(sender);
     block.header = last_speaker_ != speaker;
-    board_.AddText(block);
+    BoardAdded(block);
     last_speaker_ = speaker;
     flashing_ = true;
     Draw();
@@ -416,6 +501,7 @@ void ChatWindow::mnuClearBoard_Click() {
                                   kChatBoxTitle) != vbYes)
       return;
     board_.ClearChatBoard(view_.right_to_left, addin_.services.clock.Now());
+    BoardStarted();
     last_speaker_.clear();
     Draw();
   });

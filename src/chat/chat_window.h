@@ -48,6 +48,9 @@ class ChatWindow {
   void SetFormat(bool bold, bool italic, bool underline);
   void SetColor(ChatColor color);
   void AddAttachment(const std::wstring& path);
+  void RemoveAttachment(size_t index);
+  // The window was moved or sized; the placement is kept when the window closes.
+  void Form_Placed(int32_t left, int32_t top, int32_t width, int32_t height);
 
   // cmdSend_Click: one chat mail to every selected user. True when it was sent.
   bool cmdSend_Click();
@@ -73,10 +76,15 @@ class ChatWindow {
   void mnuSaveBoard_Click();
 
   const ChatWindowView& view() const { return view_; }
+  const ChatWindowEvents& events() const { return events_; }
   ChatControl& board() { return board_; }
 
  private:
   void Draw();
+  ChatWindowEvents MakeEvents();
+  // The board started again, or a block written to it: the window is told with its next draw.
+  void BoardStarted();
+  void BoardAdded(const ChatBlock& block);
   void Tell(const std::wstring& text, int32_t style);
   bool OpenMailItemBySotreID(const std::wstring& entry_id);
   // The address dialog until it gives a valid address or is cancelled ("").
@@ -89,6 +97,7 @@ class ChatWindow {
   AddIn& addin_;
   ChatControl board_;
   ChatWindowView view_;
+  ChatWindowEvents events_;
   std::wstring last_speaker_;  // whose block the board ends with; a new speaker gets a header
   bool flashing_ = false;
   bool flash_on_ = false;

@@ -84,7 +84,46 @@ struct ChatWindowView {
   std::vector<std::wstring> attachments;
   std::wstring status;      // the last send report
   std::wstring board_path;  // the page the browser shows
+  // Changes when the page is started again: the window then shows it anew from its file.
+  uint32_t board_serial = 0;
+  // The blocks (HTML, UTF-8) written to the page since the window last drew; it appends them
+  // to the page it shows, so a long board is never reloaded.
+  std::vector<std::string> board_blocks;
   bool right_to_left = false;
+  // Where the window was left: screen pixels; a width or height of 0 means the window's own
+  // size, centred.
+  int32_t left = 0;
+  int32_t top = 0;
+  int32_t width = 0;
+  int32_t height = 0;
+};
+
+// What frmChat's controls do. Each reaches the model, which draws the window again.
+struct ChatWindowEvents {
+  std::function<void(const std::vector<std::wstring>& emails)> select_users;
+  std::function<void(const std::wstring& text)> message_changed;
+  std::function<void(bool bold, bool italic, bool underline)> format_changed;
+  std::function<void(uint32_t color)> color_changed;
+  std::function<void(const std::wstring& path)> add_attachment;
+  std::function<void(size_t index)> remove_attachment;
+  std::function<void()> send;
+  std::function<void()> activated;
+  std::function<void()> flash_tick;
+  // The window was moved or sized: its new placement in screen pixels.
+  std::function<void(int32_t left, int32_t top, int32_t width, int32_t height)> placed;
+  // The user closed the window.
+  std::function<void()> close;
+  // The board: a click, and its menu's commands, each with the clicked element's HTML.
+  std::function<void(const std::wstring& html)> board_click;
+  std::function<void(const std::wstring& html)> board_add_user;
+  std::function<void(const std::wstring& html)> board_user_properties;
+  std::function<void(const std::wstring& html)> board_show_attachments;
+  // The user list's and the board's commands.
+  std::function<void()> add_user;
+  std::function<void()> remove_users;
+  std::function<void(const std::wstring& email)> user_properties;
+  std::function<void()> clear_board;
+  std::function<void()> save_board;
 };
 
 // frmChatUserProperties: the fields of one chat user, edited by the user.
@@ -139,9 +178,9 @@ class UserInterface {
                                       const std::wstring& file_name,
                                       const std::wstring& filter) = 0;
 
-  // frmChat (loaded through LoadForm): draws the window as `view` says, the board page
-  // reloaded from its file.
-  virtual void ShowChatWindow(const ChatWindowView& view) = 0;
+  // frmChat (loaded through LoadForm): draws the window as `view` says; its controls report
+  // through `events`, which stay valid while the form is loaded.
+  virtual void ShowChatWindow(const ChatWindowView& view, const ChatWindowEvents& events) = 0;
   // One tick of the caption flash: highlighted when `on` (FlashWindow).
   virtual void FlashChatWindow(bool on) = 0;
   // frmChatUserProperties, modal: true when the user pressed OK, `view` then holding the edits.

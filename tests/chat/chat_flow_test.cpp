@@ -409,6 +409,102 @@ TEST_F(ChatWindowTest, FlashClearSaveAndClose) {
   EXPECT_FALSE(Has(Board(world), "pong"));
 }
 
+// The window's controls, pressed as a user would: each reaches its command of the model.
+TEST_F(ChatWindowTest, TheWindowsControlsReachTheModel) {
+  const ChatWindowEvents& press = world.ui.chat_events();
+  press.select_users({L"cleo@example.com"});
+  press.message_changed(L"typed");
+  press.format_changed(false, true, false);
+  press.color_changed(0x800000);
+  press.add_attachment(L"C:\\a.txt");
+  press.add_attachment(L"C:\\b.txt");
+  press.remove_attachment(0);
+  press.remove_attachment(5);  // gone already: nothing
+  const ChatWindowView& v = world.ui.chat_view();
+  EXPECT_EQ(v.users.rows.at(1).selected, true);
+  EXPECT_EQ(v.users.rows.at(0).selected, false);
+  EXPECT_TRUE(v.italic && !v.bold);
+  EXPECT_EQ(v.color, 0x800000u);
+  EXPECT_EQ(v.attachments, std::vector<std::wstring>{L"C:\\b.txt"});
+  world.files.Put(L"C:\\b.txt", "b");
+  press.send();
+  ASSERT_EQ(Sent().size(), 1u);
+  EXPECT_EQ(ChatMessageText(Sent()[0]->body, 0), L"typed");
+
+  world.ui.QueueChatAddress(L"dan@example.com");
+  press.add_user();
+  press.select_users({L"ben@example.com"});
+  press.remove_users();
+  std::vector<std::wstring> listed;
+  for (const ChatListRow& row : world.ui.chat_view().users.rows) listed.push_back(row.key);
+  EXPECT_EQ(listed, (std::vector<std::wstring>{L"cleo@example.com", L"dan@example.com"}));
+  world.ui.QueueChatUserProperties([](ChatUserPropertiesView& p) {
+    p.nick_name = L"Danny";
+    return true;
+  });
+  press.user_properties(L"dan@example.com");
+  EXPECT_EQ(world.ui.chat_view().users.rows.at(1).text, L"Danny");
+  press.board_click(L"<img CorvinaTag1=\"cleo@example.com\">");
+  EXPECT_TRUE(world.ui.chat_view().users.rows.at(0).selected);
+  press.board_add_user(L"<img CorvinaTag1=\"Unknown User\">");
+  EXPECT_EQ(world.Boxes().back(), L"Can not extract user, action canceled !");
+  world.ui.QueueMsgBoxAnswer(vbYes);
+  press.clear_board();
+  EXPECT_FALSE(Has(Board(world), "typed"));
+
+  // Moved, then closed with the window's own button: the place is kept, the window gone.
+  press.placed(120, -40, 640, 480);
+  press.close();
+  EXPECT_FALSE(addin->addin().IsFormLoaded(kChatFormName));
+  EXPECT_EQ(addin->addin().chat.window, nullptr);
+  const Config& c = addin->addin().config;
+  EXPECT_EQ(c.ChatFormLeft + L"," + c.ChatFormTop + L"," + c.ChatFormWidth + L"," + c.ChatFormHeight,
+            L"120,-40,640,480");
+}
+
+// Each block written to the board reaches the window once, in order, even across a failed
+// repaint; a cleared board is shown anew from its file.
+TEST_F(ChatWindowTest, EveryBoardBlockReachesTheWindowOnce) {
+  const uint32_t serial = world.ui.chat_view().board_serial;
+  window->SelectUsers({L"ben@example.com"});
+  window->SetMessage(L"one");
+  ASSERT_TRUE(window->cmdSend_Click());
+  world.faults.FailCall("ShowChatWindow", Error(5, L"frmChat", L"repaint failed"));
+  world.store.DeliverNewMail(ChatMail(L"Chat message from: ben@example.com", L"two",
+                                      L"ben@example.com", At(22, 9, 40)));
+  EXPECT_EQ(world.LogLinesWith(L"Error Source=frmChatForm_Paint").size(), 1u);
+  window->SetMessage(L"three");
+  ASSERT_TRUE(window->cmdSend_Click());
+  const std::vector<std::string>& shown = world.ui.chat_blocks_shown();
+  ASSERT_EQ(shown.size(), 3u);
+  EXPECT_EQ(Board(world).substr(Board(world).size() - shown[0].size() - shown[1].size() -
+                                shown[2].size()),
+            shown[0] + shown[1] + shown[2]);
+  EXPECT_TRUE(Has(shown[1], "two") && Has(shown[2], "three"));
+  EXPECT_EQ(world.ui.chat_view().board_serial, serial);
+  world.ui.QueueMsgBoxAnswer(vbYes);
+  window->mnuClearBoard_Click();
+  EXPECT_NE(world.ui.chat_view().board_serial, serial);
+  EXPECT_TRUE(world.ui.chat_blocks_shown().empty());
+}
+
+// A stored placement is used when it is a whole number; anything else means "not placed".
+TEST(ChatWindowSettings, StoredPlacementIsReadAsPixels) {
+  SimWorld world;
+  world.Store(L"Chat", L"ChatFormLeft", L" 120 ");
+  world.Store(L"Chat", L"ChatFormTop", L"-40");
+  world.Store(L"Chat", L"ChatFormWidth", L"1e3");
+  world.Store(L"Chat", L"ChatFormHeight", L"99999999999");
+  auto addin = world.StartOutlook();
+  world.Bar()->FindControl(kTagChat)->Click();
+  const ChatWindowView& v = world.ui.chat_view();
+  EXPECT_EQ(std::vector<int32_t>({v.left, v.top, v.width, v.height}),
+            std::vector<int32_t>({120, -40, 0, 0}));
+  // Never placed: nothing is stored over the settings at closing.
+  CloseChatWindow(addin->addin());
+  EXPECT_EQ(addin->addin().config.ChatFormWidth, L"1e3");
+}
+
 // A right-to-left board, kept between sessions when the user says so.
 TEST(ChatWindowSettings, RightToLeftBoardKeptOverClosing) {
   SimWorld world;

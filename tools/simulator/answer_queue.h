@@ -52,9 +52,9 @@ class AnswerQueue : public UserInterface {
     Before();
     return inner_.SaveFileDialog(title, start_folder, file_name, filter);
   }
-  void ShowChatWindow(const ChatWindowView& view) override {
+  void ShowChatWindow(const ChatWindowView& view, const ChatWindowEvents& events) override {
     Before();
-    inner_.ShowChatWindow(view);
+    inner_.ShowChatWindow(view, events);
   }
   void FlashChatWindow(bool on) override {
     Before();

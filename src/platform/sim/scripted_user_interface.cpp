@@ -133,6 +133,10 @@ void ScriptedUserInterface::UnloadForm(const std::wstring& name) {
   std::erase_if(loaded_forms_, SameForm(name));
   // An unloaded form's buttons are gone with it: nothing can press them any more.
   if (SameForm(L"frmSaving")(name)) saving_events_ = {};
+  if (SameForm(L"frmChat")(name)) {
+    chat_events_ = {};
+    chat_blocks_shown_.clear();  // a window loaded again shows its page from the file
+  }
   Record(MakeEvent(UiEventKind::kUnloadForm, name));
 }
 
@@ -229,9 +233,14 @@ std::wstring ScriptedUserInterface::SaveFileDialog(const std::wstring& title,
   return RecordTextAnswer(std::move(e), save_results_);
 }
 
-void ScriptedUserInterface::ShowChatWindow(const ChatWindowView& view) {
+void ScriptedUserInterface::ShowChatWindow(const ChatWindowView& view,
+                                           const ChatWindowEvents& events) {
   faults_.Enter(Service::kUserInterface, "ShowChatWindow");
+  if (view.board_serial != chat_view_.board_serial) chat_blocks_shown_.clear();
+  chat_blocks_shown_.insert(chat_blocks_shown_.end(), view.board_blocks.begin(),
+                            view.board_blocks.end());
   chat_view_ = view;
+  chat_events_ = events;
   ++chat_draws_;
 }
 

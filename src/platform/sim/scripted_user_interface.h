@@ -48,6 +48,11 @@ class ScriptedUserInterface : public UserInterface {
   void QueueChatAddress(std::wstring address) { addresses_.push_back(std::move(address)); }
   // frmChat as last drawn, and the caption flash.
   const ChatWindowView& chat_view() const { return chat_view_; }
+  // What frmChat's controls would do; empty before the window is first drawn.
+  const ChatWindowEvents& chat_events() const { return chat_events_; }
+  // The blocks the window was given since its page was last started again, in order: what a
+  // browser appending them would show.
+  const std::vector<std::string>& chat_blocks_shown() const { return chat_blocks_shown_; }
   uint64_t chat_draws() const { return chat_draws_; }
   bool chat_flash_on() const { return chat_flash_on_; }
   uint64_t chat_flash_ticks() const { return chat_flash_ticks_; }
@@ -75,7 +80,7 @@ class ScriptedUserInterface : public UserInterface {
                               const std::wstring& file_name, const std::wstring& filter) override;
   // The chat window is not a line of the transcript at each redraw: the simulator prints the
   // board blocks and reports itself.
-  void ShowChatWindow(const ChatWindowView& view) override;
+  void ShowChatWindow(const ChatWindowView& view, const ChatWindowEvents& events) override;
   void FlashChatWindow(bool on) override;
   bool ShowChatUserProperties(ChatUserPropertiesView& view) override;
   std::wstring AskChatAddress(const std::wstring& caption) override;
@@ -111,6 +116,8 @@ class ScriptedUserInterface : public UserInterface {
   std::deque<std::function<bool(ChatUserPropertiesView&)>> properties_edits_;
   std::deque<std::wstring> addresses_;
   ChatWindowView chat_view_;
+  ChatWindowEvents chat_events_;
+  std::vector<std::string> chat_blocks_shown_;
   uint64_t chat_draws_ = 0;
   bool chat_flash_on_ = false;
   uint64_t chat_flash_ticks_ = 0;

@@ -138,7 +138,8 @@ std::wstring Win32UserInterface::SaveFileDialog(const std::wstring& title,
   return std::wstring(buffer.c_str());
 }
 
-void Win32UserInterface::ShowChatWindow(const ChatWindowView& /*view*/) {}
+void Win32UserInterface::ShowChatWindow(const ChatWindowView& /*view*/,
+                                        const ChatWindowEvents& /*events*/) {}
 
 void Win32UserInterface::FlashChatWindow(bool /*on*/) {}
 

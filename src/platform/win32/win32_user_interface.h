@@ -42,7 +42,7 @@ class Win32UserInterface : public UserInterface {
                               const std::wstring& file_name, const std::wstring& filter) override;
   // The chat window's Windows drawing comes with its own window class; until then the board
   // file is kept up to date and nothing is drawn, and the two chat dialogs answer Cancel.
-  void ShowChatWindow(const ChatWindowView& view) override;
+  void ShowChatWindow(const ChatWindowView& view, const ChatWindowEvents& events) override;
   void FlashChatWindow(bool on) override;
   bool ShowChatUserProperties(ChatUserPropertiesView& view) override;
   std::wstring AskChatAddress(const std::wstring& caption) override;
