@@ -45,9 +45,10 @@ class BoardBrowser {
   bool Create(const RECT& area);
   // Shows the page file from the start (a board started again).
   void Navigate(const std::wstring& path);
-  // Appends one block (UTF-8 HTML) at the end of the page's body. Blocks that arrive while
-  // the page is still loading are kept and added when it has loaded, unless the file read by
-  // the loading page may already hold them: then the page is shown again from its file.
+  // Appends one block (UTF-8 HTML) at the end of the page's body. The board writes each
+  // block to the page's file first, so blocks that arrive while the page is still loading
+  // are not lost and not added twice: the loading page may or may not have read them, so
+  // when it has loaded it is shown once more from its file, which holds them all.
   void Append(const std::string& html);
   bool document_complete() const;
   void Move(const RECT& area);
