@@ -67,6 +67,16 @@ int32_t ToPixels(const std::wstring& text) {
   return static_cast<int32_t>(std::stol(t));
 }
 
+// The pickers' colours, each with the swatch the image list draws for it.
+std::vector<ColorChoice> PickerColors() {
+  std::vector<ColorSwatch> swatches;
+  for (const wchar_t* name : kChatColorChoices) CreateColorImage(swatches, name);
+  std::vector<ColorChoice> choices;
+  for (size_t i = 0; i < swatches.size(); ++i)
+    choices.push_back({kChatColorChoices[i], swatches[i].color});
+  return choices;
+}
+
 std::wstring TimeOfDay(Date now) {
   const CivilTime t = ToCivil(now);
   wchar_t text[16];
@@ -147,6 +157,7 @@ void ChatWindow::Form_Load() {
     view_.caption = addin_.Text(TextId::kChatCaption);
     view_.right_to_left = addin_.config.ChatRTL == L"1";
     view_.board_path = board_.BoardPath();
+    view_.colors = PickerColors();
     // A board kept from the last session (ChatClearBoardOnClose "0") is shown as it was.
     if (addin_.config.ChatClearBoardOnClose == L"1" ||
         !addin_.services.files.FileExists(view_.board_path)) {
@@ -446,7 +457,13 @@ bool ChatWindow::ShowUserProperties(const std::wstring& email) {
     v.color_user = ChoiceName(user->ColorChatUser());
     v.color_message = ChoiceName(user->ColorChatMessage());
     v.icon = user->Icon();
-    v.colors.assign(kChatColorChoices.begin(), kChatColorChoices.end());
+    for (const ColorChoice& choice : PickerColors()) {
+      v.colors.push_back(choice.name);
+      v.color_values.push_back(choice.color);
+    }
+    v.statuses = {{kChatUserActive, L"Active"},   {kChatUserBlocked, L"Blocked"},
+                  {kChatUserUnknown, L"Unknown"}, {kChatUserWaiting, L"Waiting"},
+                  {kChatUserRejected, L"Rejected"}};
     for (;;) {
       if (!addin_.services.ui.ShowChatUserProperties(v)) return false;
       const std::wstring new_email = Trim(v.email);

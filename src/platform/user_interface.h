@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/chat_list_view.h"
@@ -71,16 +72,53 @@ struct SavingFormEvents {
   std::function<void()> hide;    // cmdHideMe_Click
 };
 
+// A colour a picker offers: its name and its 0x00BBGGRR value.
+struct ColorChoice {
+  std::wstring name;
+  uint32_t color = 0;
+};
+
+// frmChat's fixed texts: its labels, buttons and menus ("&" marks the access key).
+struct ChatWindowLabels {
+  std::wstring send_to = L"Send to:";
+  std::wstring send = L"&Send";
+  std::wstring bold = L"B";
+  std::wstring italic = L"I";
+  std::wstring underline = L"U";
+  std::wstring color = L"Colour";
+  std::wstring attach = L"&Attach...";
+  std::wstring remove_attachment = L"&Remove";
+  std::wstring attachments = L"Attachments:";
+  std::wstring name_column = L"Name";
+  std::wstring email_column = L"E-mail";
+  std::wstring chat_menu = L"&Chat";
+  std::wstring users_menu = L"&Users";
+  std::wstring add_user = L"&Add user...";
+  std::wstring remove_user = L"&Remove user";
+  std::wstring user_properties = L"User &properties...";
+  std::wstring add_sender = L"Add the sender to the &list";
+  std::wstring sender_properties = L"Sender &properties...";
+  std::wstring show_attachments = L"&Open the mail with the attachments";
+  std::wstring copy = L"&Copy";
+  std::wstring clear_board = L"C&lear the board";
+  std::wstring save_board = L"&Save the board as...";
+  std::wstring close = L"Cl&ose";
+  std::wstring attach_title = L"Attach a file";
+  std::wstring board_unavailable = L"The board is shown as plain text: this computer's web browser could not show it.";
+};
+
 // frmChat as it is drawn: the send-to list, the message being written, the files to send with
 // it, the last report, and the board page the browser shows.
 struct ChatWindowView {
   std::wstring caption;
+  ChatWindowLabels labels;
   ChatListView users;
   std::wstring message;
   bool bold = false;
   bool italic = false;
   bool underline = false;
   uint32_t color = 0;  // 0x00BBGGRR
+  std::vector<ColorChoice> colors;  // the colour button's menu
   std::vector<std::wstring> attachments;
   std::wstring status;      // the last send report
   std::wstring board_path;  // the page the browser shows
@@ -136,6 +174,9 @@ struct ChatUserPropertiesView {
   std::wstring color_message;
   std::wstring icon;
   std::vector<std::wstring> colors;  // the names the pickers offer
+  std::vector<uint32_t> color_values;  // the swatch of each name
+  // The statuses the dialog offers: value and name.
+  std::vector<std::pair<int16_t, std::wstring>> statuses;
 };
 
 // Results of the Save button's folder menu besides an entry index.

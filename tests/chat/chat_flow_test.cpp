@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "chat/chat_mail.h"
+#include "chat/chat_receiver.h"
 #include "chat/chat_window.h"
 #include "host/control_table.h"
 #include "support/sim_world.h"
@@ -503,6 +504,19 @@ TEST(ChatWindowSettings, StoredPlacementIsReadAsPixels) {
   // Never placed: nothing is stored over the settings at closing.
   CloseChatWindow(addin->addin());
   EXPECT_EQ(addin->addin().config.ChatFormWidth, L"1e3");
+}
+
+// Inserting a user answers true; a window that cannot be opened makes it log and answer false.
+TEST(ChatReceiving, AutoInsertUserAnswersWhetherItWorked) {
+  for (const bool window_fails : {false, true}) {
+    SCOPED_TRACE(window_fails);
+    SimWorld world;
+    auto addin = world.StartOutlook();
+    if (window_fails) world.faults.FailCall("LoadForm", Error(5, L"frmChat", L"no window"));
+    EXPECT_EQ(AutoInsertUser(addin->addin(), L" dan@example.com "), !window_fails);
+    EXPECT_EQ(world.LogLinesWith(L"AutoInsertUser\\frmChat; Error Description=no window").size(), window_fails ? 1u : 0u);
+    EXPECT_TRUE(addin->addin().chat.users.IsEmailAlreadyExists(L"dan@example.com"));
+  }
 }
 
 // A right-to-left board, kept between sessions when the user says so.

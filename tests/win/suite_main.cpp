@@ -14,7 +14,8 @@ int main(int argc, char** argv) {
   // Nobody is at the screen to press a button: the add-in's boxes answer themselves.
   if (GetEnvironmentVariableW(L"CORVINA_AUTOANSWER", nullptr, 0) == 0)
     SetEnvironmentVariableW(L"CORVINA_AUTOANSWER", L"ok");
-  if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 2;
+  // Outlook starts OLE on its main thread, which in-place controls (the chat board) need.
+  if (FAILED(OleInitialize(nullptr))) return 2;
   bool bench = false;
   for (int i = 1; i < argc; ++i) bench |= std::strcmp(argv[i], "--bench") == 0;
   int result = 0;
@@ -24,6 +25,6 @@ int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
     result = RUN_ALL_TESTS();
   }
-  CoUninitialize();
+  OleUninitialize();
   return result;
 }

@@ -4,6 +4,8 @@
 
 #include "base/text.h"
 #include "platform/dialog_filter.h"
+#include "platform/win32/chat/chat_dialogs.h"
+#include "platform/win32/chat/chat_frame.h"
 #include "platform/win32/msg_box_window.h"
 #include "platform/win32/folder_dialogs.h"
 #include "platform/win32/progress_window.h"
@@ -17,6 +19,7 @@ namespace {
 
 constexpr wchar_t kProgressForm[] = L"frmInit";
 constexpr wchar_t kSavingForm[] = L"frmSaving";
+constexpr wchar_t kChatForm[] = L"frmChat";
 
 std::wstring Environment(const wchar_t* name) {
   wchar_t buffer[1024];
@@ -64,10 +67,16 @@ void Win32UserInterface::UnloadForm(const std::wstring& name) {
     progress_text_.clear();  // a form loaded again starts with its design-time label
   }
   if (EqualsIgnoreCase(name, kSavingForm)) saving_.reset();
+  if (EqualsIgnoreCase(name, kChatForm) && chat_) {
+    chat_->Destroy();
+    closed_chat_ = std::move(chat_);
+  }
 }
 
 void Win32UserInterface::BringFormToFront(const std::wstring& name) {
   if (EqualsIgnoreCase(name, kSavingForm) && saving_) saving_->BringToFront();
+  if (EqualsIgnoreCase(name, kChatForm) && chat_ && chat_->hwnd())
+    SetForegroundWindow(chat_->hwnd());
 }
 
 std::vector<std::wstring> Win32UserInterface::LoadedForms() { return loaded_; }
@@ -138,13 +147,32 @@ std::wstring Win32UserInterface::SaveFileDialog(const std::wstring& title,
   return std::wstring(buffer.c_str());
 }
 
-void Win32UserInterface::ShowChatWindow(const ChatWindowView& /*view*/,
-                                        const ChatWindowEvents& /*events*/) {}
+void Win32UserInterface::ShowChatWindow(const ChatWindowView& view,
+                                        const ChatWindowEvents& events) {
+  if (std::none_of(loaded_.begin(), loaded_.end(),
+                   [](const std::wstring& f) { return EqualsIgnoreCase(f, kChatForm); }))
+    return;
+  if (!chat_) {
+    closed_chat_.reset();
+    chat_ = std::make_unique<ChatFrame>();
+  }
+  chat_->Show(view, events);
+}
 
-void Win32UserInterface::FlashChatWindow(bool /*on*/) {}
+void Win32UserInterface::FlashChatWindow(bool on) {
+  if (chat_) chat_->Flash(on);
+}
 
-bool Win32UserInterface::ShowChatUserProperties(ChatUserPropertiesView& /*view*/) { return false; }
+bool Win32UserInterface::ShowChatUserProperties(ChatUserPropertiesView& view) {
+  if (auto_answer_) return false;
+  const bool rtl = chat_ && chat_->right_to_left();
+  return RunChatUserDialog(view, chat_ && chat_->hwnd() ? chat_->hwnd() : Owner(), rtl);
+}
 
-std::wstring Win32UserInterface::AskChatAddress(const std::wstring& /*caption*/) { return L""; }
+std::wstring Win32UserInterface::AskChatAddress(const std::wstring& caption) {
+  if (auto_answer_) return L"";
+  const bool rtl = chat_ && chat_->right_to_left();
+  return RunChatAddressDialog(caption, chat_ && chat_->hwnd() ? chat_->hwnd() : Owner(), rtl);
+}
 
 }  // namespace corvina::win32

@@ -14,6 +14,7 @@ namespace corvina::win32 {
 
 class ProgressWindow;
 class SavingWindow;
+class ChatFrame;
 
 class Win32UserInterface : public UserInterface {
  public:
@@ -40,8 +41,9 @@ class Win32UserInterface : public UserInterface {
   // The common save dialog; under CORVINA_AUTOANSWER it answers CORVINA_AUTOSAVE (or Cancel).
   std::wstring SaveFileDialog(const std::wstring& title, const std::wstring& start_folder,
                               const std::wstring& file_name, const std::wstring& filter) override;
-  // The chat window's Windows drawing comes with its own window class; until then the board
-  // file is kept up to date and nothing is drawn, and the two chat dialogs answer Cancel.
+  // "frmChat" must be loaded; its window comes with the first view. Under CORVINA_AUTOANSWER
+  // the window is shown all the same (nothing in it waits for the user) and the two chat
+  // dialogs answer Cancel.
   void ShowChatWindow(const ChatWindowView& view, const ChatWindowEvents& events) override;
   void FlashChatWindow(bool on) override;
   bool ShowChatUserProperties(ChatUserPropertiesView& view) override;
@@ -53,6 +55,10 @@ class Win32UserInterface : public UserInterface {
   std::wstring progress_text_;
   std::unique_ptr<ProgressWindow> progress_;
   std::unique_ptr<SavingWindow> saving_;
+  std::unique_ptr<ChatFrame> chat_;
+  // A chat window closed from its own button is closed while its code still runs: it is let
+  // go of at the next opening, or with this object.
+  std::unique_ptr<ChatFrame> closed_chat_;
 };
 
 }  // namespace corvina::win32

@@ -1,16 +1,13 @@
 #include "platform/win32/chat/chat_dialog_choices.h"
 
 #include "base/text.h"
-#include "chat/chat_user.h"
 
 namespace corvina::win32 {
 
-std::vector<StatusChoice> StatusChoices(int16_t current) {
-  std::vector<StatusChoice> choices{{L"Active", kChatUserActive},
-                                    {L"Blocked", kChatUserBlocked},
-                                    {L"Unknown", kChatUserUnknown},
-                                    {L"Waiting", kChatUserWaiting},
-                                    {L"Rejected", kChatUserRejected}};
+std::vector<StatusChoice> StatusChoices(const std::vector<std::pair<int16_t, std::wstring>>& offered,
+                                        int16_t current) {
+  std::vector<StatusChoice> choices;
+  for (const auto& [value, name] : offered) choices.push_back({name, value});
   bool known = false;
   for (const StatusChoice& choice : choices) known = known || choice.value == current;
   if (!known) choices.push_back({std::to_wstring(current), current});

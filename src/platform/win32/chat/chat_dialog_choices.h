@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace corvina::win32 {
@@ -13,9 +14,9 @@ struct StatusChoice {
   std::wstring name;
   int16_t value;
 };
-// Active, Blocked, Unknown, Waiting, Rejected, then `current` as its number when it is none
-// of them.
-std::vector<StatusChoice> StatusChoices(int16_t current);
+// The statuses offered (value, name), then `current` as its number when it is none of them.
+std::vector<StatusChoice> StatusChoices(const std::vector<std::pair<int16_t, std::wstring>>& offered,
+                                        int16_t current);
 
 // "1".."9", then `current` when it is none of them.
 std::vector<std::wstring> PictureChoices(const std::wstring& current);

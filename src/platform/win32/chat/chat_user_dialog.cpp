@@ -3,7 +3,6 @@
 #include <utility>
 #include <vector>
 
-#include "chat/chat_colors.h"
 #include "platform/win32/chat/chat_dialog_choices.h"
 #include "platform/win32/chat/chat_dialog_items.h"
 #include "platform/win32/chat/chat_dialog_window.h"
@@ -37,11 +36,9 @@ class UserDialog final : public ChatDialogWindow {
   explicit UserDialog(const ChatUserPropertiesView& view)
       : ChatDialogWindow(kClassName),
         result_(view),
-        statuses_(StatusChoices(view.status)),
+        statuses_(StatusChoices(view.statuses, view.status)),
         pictures_(PictureChoices(view.icon)),
-        icons_(LoadPictureIcons(kIconSize)) {
-    for (const std::wstring& name : view.colors) CreateColorImage(swatches_, name);
-  }
+        icons_(LoadPictureIcons(kIconSize)) {}
 
   bool Run(HWND owner, bool right_to_left) {
     const DialogUnits& u = units();
@@ -99,8 +96,10 @@ class UserDialog final : public ChatDialogWindow {
 
     for (int id : {kChatUserColorUserId, kChatUserColorMessageId}) {
       HWND list = GetDlgItem(hwnd(), id);
-      for (size_t i = 0; i < swatches_.size(); ++i)
-        AddItem(list, result_.colors[i], static_cast<LPARAM>(swatches_[i].color));
+      for (size_t i = 0; i < result_.colors.size(); ++i) {
+        const uint32_t swatch = i < result_.color_values.size() ? result_.color_values[i] : 0;
+        AddItem(list, result_.colors[i], static_cast<LPARAM>(swatch));
+      }
     }
     Select(kChatUserColorUserId, IndexOfColor(result_.colors, result_.color_user));
     Select(kChatUserColorMessageId, IndexOfColor(result_.colors, result_.color_message));
@@ -154,7 +153,6 @@ class UserDialog final : public ChatDialogWindow {
   std::vector<StatusChoice> statuses_;
   std::vector<std::wstring> pictures_;
   std::vector<UniqueHIcon> icons_;
-  std::vector<ColorSwatch> swatches_;
 };
 
 }  // namespace

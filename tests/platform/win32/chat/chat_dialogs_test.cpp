@@ -38,7 +38,13 @@ ChatUserPropertiesView StoredUser() {
   view.color_user = L"Red";
   view.color_message = L"Navy";
   view.icon = L"2";
-  view.colors.assign(kChatColorChoices.begin(), kChatColorChoices.end());
+  for (const wchar_t* name : kChatColorChoices) {
+    view.colors.push_back(name);
+    view.color_values.push_back(GetColorFromString(name));
+  }
+  view.statuses = {{kChatUserActive, L"Active"},   {kChatUserBlocked, L"Blocked"},
+                   {kChatUserUnknown, L"Unknown"}, {kChatUserWaiting, L"Waiting"},
+                   {kChatUserRejected, L"Rejected"}};
   return view;
 }
 

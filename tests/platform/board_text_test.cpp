@@ -1,4 +1,4 @@
-#include "chat/chat_board_text.h"
+#include "platform/board_text.h"
 
 #include <gtest/gtest.h>
 
