@@ -8,9 +8,12 @@
 #include <set>
 
 #include "base/text.h"
+#include "chat/chat_mail.h"
 #include "corvina/version.h"
 #include "host/control_table.h"
+#include "platform/win32/chat/chat_frame.h"
 #include "platform/win32/win32_file_system.h"
+#include "png_writer.h"
 #include "standin.h"
 #include "standin_host.h"
 
@@ -259,6 +262,91 @@ TEST_F(VireoTest, NewMailReadsTheInboxWithoutWalkingIt) {
   EXPECT_EQ(counters().events_failed, 0u);
   Stop(0);
   EXPECT_EQ(ErrorLines().size(), errors);
+}
+
+// Lets the window messages run for a while, as Outlook's loop would.
+void Pump(DWORD milliseconds) {
+  const DWORD start = GetTickCount();
+  do {
+    MSG msg;
+    while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
+      TranslateMessage(&msg);
+      DispatchMessageW(&msg);
+    }
+    Sleep(10);
+  } while (GetTickCount() - start < milliseconds);
+}
+
+std::wstring ControlText(HWND control) {
+  std::wstring text(static_cast<size_t>(GetWindowTextLengthW(control)) + 1, L'\0');
+  text.resize(static_cast<size_t>(GetWindowTextW(control, text.data(), static_cast<int>(text.size()))));
+  return text;
+}
+
+// The chat window inside Outlook: opened from its button, a message written and sent in the real
+// window, an answer taken in through NewMail, the board kept in its file and shown as text (this
+// Wine has no HTML engine, so its browser never loads the page).
+TEST_F(VireoTest, ChatWindowSendsAndReceivesThroughOutlook) {
+  WriteSetting(L"Chat", L"ChatEmail", L"anna@example.com");
+  WriteSetting(L"Chat", L"ChatUserEmail", L"ben@example.com;");
+  WriteSetting(L"Chat", L"ChatUserNickName", L"Ben;");
+  Start();
+  const auto chat = Bar()->FindControl(kTagChat);
+  ASSERT_TRUE(chat);
+  chat->visible = true;  // as a user shows the hidden button
+  chat->Click();
+  HWND window = FindWindowW(L"Corvina.frmChat", nullptr);
+  ASSERT_TRUE(window) << "no chat window";
+  EXPECT_TRUE(IsWindowVisible(window));
+
+  HWND users = GetDlgItem(window, win32::kChatUsers);
+  ASSERT_EQ(ListView_GetItemCount(users), 1);
+  ListView_SetItemState(users, 0, LVIS_SELECTED, LVIS_SELECTED);
+  HWND message = GetDlgItem(window, win32::kChatMessage);
+  SendMessageW(message, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L"Lunch at one?"));
+  Pump(50);
+  SendMessageW(GetDlgItem(window, win32::kChatSend), BM_CLICK, 0, 0);
+  const auto& sent = world->store.Folder(outlook::olFolderSentMail).items;
+  ASSERT_EQ(sent.size(), 1u);
+  EXPECT_EQ(sent[0]->subject, L"Chat message from: anna@example.com");
+  EXPECT_EQ(sent[0]->to, L"ben@example.com");
+  EXPECT_EQ(ChatMessageText(sent[0]->body, 0), L"Lunch at one?");
+  EXPECT_EQ(ControlText(message), L"");
+
+  auto answer = sim::MakeMail(L"Chat message from: ben@example.com", FromCivil({2026, 11, 23, 9, 0, 0}));
+  answer.body = ComposeChatBody(L"Yes, <at one> & on time", L"http://home", L"ben@example.com", L"1.0");
+  world->store.DeliverNewMail(answer);
+  win32::Win32FileSystem disk;
+  const std::string board = disk.ReadFile(dll.folder() + L"\\Chat\\Chat.Html");
+  EXPECT_NE(board.find("You have said"), std::string::npos) << board;
+  EXPECT_NE(board.find("Ben Said :"), std::string::npos) << board;
+  EXPECT_NE(board.find("Yes, &lt;at one&gt; &amp; on time"), std::string::npos) << board;
+
+  Pump(win32::kBoardLoadTimeoutMs + 500);
+  const std::wstring shown = ControlText(GetDlgItem(window, win32::kChatBoardText));
+  EXPECT_NE(shown.find(L"Ben Said :\r\nYes, <at one> & on time"), std::wstring::npos) << ToUtf8(shown);
+  EXPECT_TRUE(win32::WritePng(L"chat_window_in_outlook.png", window));
+
+  SendMessageW(window, WM_CLOSE, 0, 0);
+  EXPECT_FALSE(IsWindow(window));
+  EXPECT_EQ(counters().events_failed, 0u);
+  Stop(0);
+  EXPECT_NE(ReadSetting(L"Chat", L"ChatFormWidth").value_or(L""), L"");
+  EXPECT_EQ(ErrorLines().size(), 1u);  // the first start's combo box only
+}
+
+// A chat mail arriving while the window is closed opens it.
+TEST_F(VireoTest, AnArrivingChatMailOpensTheWindow) {
+  Start();
+  EXPECT_FALSE(FindWindowW(L"Corvina.frmChat", nullptr));
+  auto mail = sim::MakeMail(L"Chat message from: ben@example.com", FromCivil({2026, 11, 23, 9, 0, 0}));
+  mail.body = ComposeChatBody(L"ping", L"http://home", L"ben@example.com", L"1.0");
+  world->store.DeliverNewMail(mail);
+  HWND window = FindWindowW(L"Corvina.frmChat", nullptr);
+  ASSERT_TRUE(window);
+  EXPECT_TRUE(IsWindowVisible(window));
+  Stop(0);  // the window goes with the add-in
+  EXPECT_FALSE(IsWindow(window));
 }
 
 TEST_F(VireoTest, UserRemovalDeletesTheBarAndLetsGoOfEverything) {

@@ -243,6 +243,10 @@ void ChatFrame::Layout() {
   const int side_left = width - side - kMargin;
   Place(Item(kChatSendToLabel), side_left, kMargin, side, 18);
   Place(Item(kChatUsers), side_left, kMargin + 20, side, board_height - 20);
+  // Both columns fit the list's width: no sideways scrolling to see an address.
+  const int columns = side - GetSystemMetrics(SM_CXVSCROLL) - 6;
+  ListView_SetColumnWidth(Item(kChatUsers), 0, columns * 2 / 5);
+  ListView_SetColumnWidth(Item(kChatUsers), 1, columns - columns * 2 / 5);
 
   int y = kMargin + board_height + kMargin;
   int x = kMargin;
