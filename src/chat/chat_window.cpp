@@ -60,11 +60,12 @@ std::wstring ChoiceName(ChatColor color) {
 // A stored placement: a whole number of pixels, else none (0).
 int32_t ToPixels(const std::wstring& text) {
   const std::wstring t = Trim(text);
-  const size_t digits = t.rfind(L'-', 0) == 0 ? 1 : 0;
-  if (t.size() <= digits || t.size() > digits + 6 ||
-      t.find_first_not_of(L"0123456789", digits) != std::wstring::npos)
+  const bool negative = !t.empty() && t[0] == L'-';
+  const std::wstring digits = t.substr(negative ? 1 : 0);
+  if (digits.empty() || digits.size() > 6 || digits.find_first_not_of(L"0123456789") != std::wstring::npos)
     return 0;
-  return static_cast<int32_t>(std::stol(t));
+  const int32_t value = static_cast<int32_t>(std::stol(digits));
+  return negative ? -value : value;
 }
 
 // The pickers' colours, each with the swatch the image list draws for it.

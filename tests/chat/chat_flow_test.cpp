@@ -494,16 +494,17 @@ TEST(ChatWindowSettings, StoredPlacementIsReadAsPixels) {
   SimWorld world;
   world.Store(L"Chat", L"ChatFormLeft", L" 120 ");
   world.Store(L"Chat", L"ChatFormTop", L"-40");
-  world.Store(L"Chat", L"ChatFormWidth", L"1e3");
+  world.Store(L"Chat", L"ChatFormWidth", L"+800");
   world.Store(L"Chat", L"ChatFormHeight", L"99999999999");
   auto addin = world.StartOutlook();
   world.Bar()->FindControl(kTagChat)->Click();
   const ChatWindowView& v = world.ui.chat_view();
   EXPECT_EQ(std::vector<int32_t>({v.left, v.top, v.width, v.height}),
             std::vector<int32_t>({120, -40, 0, 0}));
+  EXPECT_TRUE(world.LogLinesWith(L"Error Source=frmChat").empty());
   // Never placed: nothing is stored over the settings at closing.
   CloseChatWindow(addin->addin());
-  EXPECT_EQ(addin->addin().config.ChatFormWidth, L"1e3");
+  EXPECT_EQ(addin->addin().config.ChatFormWidth, L"+800");
 }
 
 // Inserting a user answers true; a window that cannot be opened makes it log and answer false.

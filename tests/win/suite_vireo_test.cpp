@@ -14,6 +14,7 @@
 #include "platform/win32/chat/chat_frame.h"
 #include "platform/win32/win32_file_system.h"
 #include "png_writer.h"
+#include "window_pump.h"
 #include "standin.h"
 #include "standin_host.h"
 
@@ -264,18 +265,6 @@ TEST_F(VireoTest, NewMailReadsTheInboxWithoutWalkingIt) {
   EXPECT_EQ(ErrorLines().size(), errors);
 }
 
-// Lets the window messages run for a while, as Outlook's loop would.
-void Pump(DWORD milliseconds) {
-  const DWORD start = GetTickCount();
-  do {
-    MSG msg;
-    while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
-      TranslateMessage(&msg);
-      DispatchMessageW(&msg);
-    }
-    Sleep(10);
-  } while (GetTickCount() - start < milliseconds);
-}
 
 std::wstring ControlText(HWND control) {
   std::wstring text(static_cast<size_t>(GetWindowTextLengthW(control)) + 1, L'\0');
@@ -304,7 +293,7 @@ TEST_F(VireoTest, ChatWindowSendsAndReceivesThroughOutlook) {
   ListView_SetItemState(users, 0, LVIS_SELECTED, LVIS_SELECTED);
   HWND message = GetDlgItem(window, win32::kChatMessage);
   SendMessageW(message, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L"Lunch at one?"));
-  Pump(50);
+  win32::PumpMessages(50);
   SendMessageW(GetDlgItem(window, win32::kChatSend), BM_CLICK, 0, 0);
   const auto& sent = world->store.Folder(outlook::olFolderSentMail).items;
   ASSERT_EQ(sent.size(), 1u);
@@ -322,7 +311,7 @@ TEST_F(VireoTest, ChatWindowSendsAndReceivesThroughOutlook) {
   EXPECT_NE(board.find("Ben Said :"), std::string::npos) << board;
   EXPECT_NE(board.find("Yes, &lt;at one&gt; &amp; on time"), std::string::npos) << board;
 
-  Pump(win32::kBoardLoadTimeoutMs + 500);
+  win32::PumpMessages(win32::kBoardLoadTimeoutMs + 500);
   const std::wstring shown = ControlText(GetDlgItem(window, win32::kChatBoardText));
   EXPECT_NE(shown.find(L"Ben Said :\r\nYes, <at one> & on time"), std::wstring::npos) << ToUtf8(shown);
   EXPECT_TRUE(win32::WritePng(L"chat_window_in_outlook.png", window));

@@ -31,9 +31,21 @@ void AppendToBody(IDispatch* document, const std::wstring& html) {
   body.Call(L"insertAdjacentHTML", L"beforeEnd", html);
 }
 
+namespace {
+std::function<void(const std::wstring&)>& LogSink() {
+  static std::function<void(const std::wstring&)> sink;
+  return sink;
+}
+}  // namespace
+
+void SetBoardLogForTesting(std::function<void(const std::wstring& line)> sink) {
+  LogSink() = std::move(sink);
+}
+
 void LogBoardBrowser(std::wstring_view what) noexcept {
   try {
     const std::wstring line = L"Vireo: the chat board's browser: " + std::wstring(what) + L"\n";
+    if (LogSink()) return LogSink()(line);
     OutputDebugStringW(line.c_str());
   } catch (...) {
     // Out of memory for a log line: there is nothing left to tell it with.

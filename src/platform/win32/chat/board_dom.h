@@ -2,6 +2,7 @@
 // The board's page reached through late binding (IDispatch by name), the way a script would:
 // the typed document and element interfaces are huge, and the page needs only a handful of
 // names. Failures come back as corvina::Error naming the member, for the caller to log.
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -22,5 +23,7 @@ void AppendToBody(IDispatch* document, const std::wstring& html);
 // browser must still leave a trace of what it refused.
 void LogBoardBrowser(std::wstring_view what) noexcept;
 void LogBoardBrowser(std::wstring_view what, HRESULT hr) noexcept;
+// Tests read the lines here instead (an empty function restores the debugger's output).
+void SetBoardLogForTesting(std::function<void(const std::wstring& line)> sink);
 
 }  // namespace corvina::win32

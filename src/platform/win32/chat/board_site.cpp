@@ -191,8 +191,7 @@ HRESULT BoardSite::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* r
                           EXCEPINFO*, UINT*) {
   if (id != DISPID_AMBIENT_DLCONTROL) return DISP_E_MEMBERNOTFOUND;
   if (!result) return E_POINTER;
-  VariantInit(result);
-  result->vt = VT_I4;
+  result->vt = VT_I4;  // the whole answer: no other field of a VT_I4 is read
   result->lVal = static_cast<LONG>(BoardDownloadControl());
   return S_OK;
 }

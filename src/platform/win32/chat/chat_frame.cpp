@@ -187,14 +187,14 @@ void ChatFrame::MakeControls() {
   ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
   status_icons_ = MakeStatusIcons();
   if (status_icons_) ListView_SetImageList(list, status_icons_, LVSIL_SMALL);
-  LVCOLUMNW column{};
-  column.mask = LVCF_TEXT | LVCF_WIDTH;
-  column.cx = 110;
-  column.pszText = const_cast<wchar_t*>(l.name_column.c_str());
-  ListView_InsertColumn(list, 0, &column);
-  column.cx = 150;
-  column.pszText = const_cast<wchar_t*>(l.email_column.c_str());
-  ListView_InsertColumn(list, 1, &column);
+  // The widths come with the layout.
+  const std::wstring* headers[] = {&l.name_column, &l.email_column};
+  for (int i = 0; i < 2; ++i) {
+    LVCOLUMNW column{};
+    column.mask = LVCF_TEXT;
+    column.pszText = const_cast<wchar_t*>(headers[i]->c_str());
+    ListView_InsertColumn(list, i, &column);
+  }
 
   Child(w, L"BUTTON", l.bold.c_str(), BS_AUTOCHECKBOX | BS_PUSHLIKE | WS_TABSTOP, kChatBold,
         bold_font_.get());

@@ -9,7 +9,9 @@
 #include <tuple>
 #include <vector>
 
+#include "base/text.h"
 #include "fake_web_browser.h"
+#include "platform/win32/chat/board_dom.h"
 
 #include <mshtmdid.h>
 #include <mshtmhst.h>
@@ -121,9 +123,16 @@ TEST_F(BoardBrowserTest, ABlockThePageRefusesIsShownFromTheFile) {
   auto board = Shown();
   fake_.FireDocumentComplete();
   fake_.record().refuse_append = true;
+  std::vector<std::wstring> lines;
+  SetBoardLogForTesting([&](const std::wstring& line) { lines.push_back(line); });
   board->Append("<p>refused</p>");
+  SetBoardLogForTesting(nullptr);
   EXPECT_EQ(fake_.record().navigations.size(), 2u);
   EXPECT_FALSE(board->document_complete());
+  // The refusal leaves a line saying what was refused and why.
+  ASSERT_EQ(lines.size(), 1u);
+  EXPECT_TRUE(lines[0].starts_with(L"Vireo: the chat board's browser: the page refused a block ("))
+      << ToUtf8(lines[0]);
 }
 
 TEST_F(BoardBrowserTest, ClicksAndRightClicksReturnTheElementsHtml) {
@@ -144,8 +153,12 @@ TEST_F(BoardBrowserTest, AControlThatCannotBeHadLeavesNoBoardAndNoReference) {
     const char* name;
     bool factory_fails;
     bool in_place_fails;
+    const wchar_t* logged;  // the first line, up to the failure's description
   };
-  for (const Case& c : {Case{"factory fails", true, false}, Case{"no in-place", false, true}}) {
+  for (const Case& c : {Case{"factory fails", true, false, L"the system's web browser cannot be made: "},
+                        Case{"no in-place", false, true, L"the control cannot be shown in the window: "}}) {
+    std::vector<std::wstring> lines;
+    SetBoardLogForTesting([&](const std::wstring& line) { lines.push_back(line); });
     FakeWebBrowser fake;
     fake.record().refuse_in_place = c.in_place_fails;
     BoardBrowser::Factory factory = fake.Factory();
@@ -163,6 +176,10 @@ TEST_F(BoardBrowserTest, AControlThatCannotBeHadLeavesNoBoardAndNoReference) {
       board.MakeCtrlC();
       EXPECT_FALSE(board.document_complete()) << c.name;
     }
+    SetBoardLogForTesting(nullptr);
+    ASSERT_FALSE(lines.empty()) << c.name;
+    EXPECT_TRUE(lines[0].starts_with(std::wstring(L"Vireo: the chat board's browser: ") + c.logged))
+        << ToUtf8(lines[0]);
     EXPECT_TRUE(fake.record().navigations.empty()) << c.name;
     EXPECT_EQ(fake.control_references(), 0u) << c.name;
     EXPECT_FALSE(fake.has_site()) << c.name;

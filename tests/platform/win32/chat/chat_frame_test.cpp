@@ -10,6 +10,7 @@
 #include "fake_web_browser.h"
 #include "platform/win32/win32_file_system.h"
 #include "png_writer.h"
+#include "window_pump.h"
 
 namespace corvina::win32 {
 namespace {
@@ -19,17 +20,6 @@ constexpr char kPage[] =
     "<TABLE><TR><TD><IMG id=\"ann@x.org\" alt=\"Ann\" CorvinaTag1=\"ann@x.org\"></TD>"
     "<TD valign=bottom>Ann Said :</TD></TR></TABLE>Hello &amp; welcome<BR>\r\n";
 
-void Pump(DWORD milliseconds) {
-  const DWORD start = GetTickCount();
-  do {
-    MSG msg;
-    while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
-      TranslateMessage(&msg);
-      DispatchMessageW(&msg);
-    }
-    Sleep(10);
-  } while (GetTickCount() - start < milliseconds);
-}
 
 std::wstring Text(HWND window) {
   wchar_t buffer[4096];
@@ -102,6 +92,20 @@ TEST_F(ChatFrameTest, DrawsTheViewAndHandsEveryControlToTheModel) {
   EXPECT_EQ(Text(frame.hwnd()), L"Corvina Chat");
   HWND list = Item(frame, kChatUsers);
   ASSERT_EQ(ListView_GetItemCount(list), 2);
+  // Two columns, the address the wider, both within the list: no sideways scrolling.
+  wchar_t header[32] = {};
+  LVCOLUMNW column{};
+  column.mask = LVCF_TEXT | LVCF_WIDTH;
+  column.pszText = header;
+  column.cchTextMax = 32;
+  ASSERT_TRUE(ListView_GetColumn(list, 1, &column));
+  EXPECT_EQ(std::wstring(header), L"E-mail");
+  const int address_width = column.cx;
+  const int name_width = ListView_GetColumnWidth(list, 0);
+  RECT inside{};
+  GetClientRect(list, &inside);
+  EXPECT_LT(name_width, address_width);
+  EXPECT_LE(name_width + address_width, inside.right);
   EXPECT_EQ(ListView_GetItemState(list, 0, LVIS_SELECTED), static_cast<UINT>(LVIS_SELECTED));
   EXPECT_EQ(ListView_GetItemState(list, 1, LVIS_SELECTED), 0u);
   EXPECT_EQ(Text(Item(frame, kChatMessage)), L"hi");
@@ -153,7 +157,7 @@ TEST_F(ChatFrameTest, DrawsTheViewAndHandsEveryControlToTheModel) {
       {"select Ben too",
        [&] {
          ListView_SetItemState(list, 1, LVIS_SELECTED, LVIS_SELECTED);
-         Pump(50);
+         PumpMessages(50);
        },
        L"select:ann@x.org,ben@x.org"},
       {"menu: add user", [&] { SendMessageW(frame.hwnd(), WM_COMMAND, kCmdAddUser, 0); }, L"add user"},
@@ -201,9 +205,11 @@ TEST_F(ChatFrameTest, ThePlainBoardTakesOverWhenNoBrowserShowsThePage) {
     RECT placed{};
     GetWindowRect(frame.hwnd(), &placed);
     EXPECT_GT(placed.left, -100);
+    EXPECT_EQ(placed.right - placed.left, 760);  // the window's own size
+    EXPECT_EQ(placed.bottom - placed.top, 560);
     if (row.browser_made) {
       EXPECT_FALSE(frame.showing_plain_board());
-      Pump(kBoardLoadTimeoutMs + 300);
+      PumpMessages(kBoardLoadTimeoutMs + 300);
     }
     ASSERT_TRUE(frame.showing_plain_board());
     view.board_blocks = {"<TABLE><TR><TD>Ben Said :</TD></TR></TABLE>second &lt;msg&gt;<BR>\r\n"};
