@@ -420,9 +420,9 @@ void ChatFrame::ShowColourMenu() {
   }
   RECT button{};
   GetWindowRect(Item(kChatColor), &button);
-  const UINT flags = TPM_RETURNCMD | TPM_NONOTIFY | (view_.right_to_left ? TPM_LAYOUTRTL : 0);
-  const int chosen = static_cast<int>(TrackPopupMenu(menu, flags, view_.right_to_left ? button.right : button.left,
-                                                     button.bottom, 0, window_.get(), nullptr));
+  const int chosen =
+      Choose(menu, POINT{view_.right_to_left ? button.right : button.left, button.bottom},
+             view_.right_to_left ? TPM_LAYOUTRTL : 0);
   DestroyMenu(menu);
   if (chosen >= kCmdColorFirst && static_cast<size_t>(chosen - kCmdColorFirst) < view_.colors.size())
     Fire(events_.color_changed, view_.colors[static_cast<size_t>(chosen - kCmdColorFirst)].color);
@@ -437,8 +437,7 @@ void ChatFrame::ShowUsersMenu(POINT screen) {
               l.remove_user.c_str());
   AppendMenuW(menu, MF_STRING | (selected.size() == 1 ? 0 : MF_GRAYED), kCmdUserProperties,
               l.user_properties.c_str());
-  const int chosen = static_cast<int>(
-      TrackPopupMenu(menu, TPM_RETURNCMD | TPM_NONOTIFY, screen.x, screen.y, 0, window_.get(), nullptr));
+  const int chosen = Choose(menu, screen, 0);
   DestroyMenu(menu);
   if (chosen) OnCommand(chosen, 0);
 }
@@ -458,8 +457,7 @@ void ChatFrame::ShowBoardMenu(const std::wstring& html, POINT screen) {
   AppendMenuW(menu, MF_STRING, kCmdCopy, l.copy.c_str());
   AppendMenuW(menu, MF_STRING, kCmdClearBoard, l.clear_board.c_str());
   AppendMenuW(menu, MF_STRING, kCmdSaveBoard, l.save_board.c_str());
-  const int chosen = static_cast<int>(
-      TrackPopupMenu(menu, TPM_RETURNCMD | TPM_NONOTIFY, screen.x, screen.y, 0, window_.get(), nullptr));
+  const int chosen = Choose(menu, screen, 0);
   DestroyMenu(menu);
   switch (chosen) {
     case kCmdAddSender: Fire(events_.board_add_user, html); break;
@@ -468,6 +466,12 @@ void ChatFrame::ShowBoardMenu(const std::wstring& html, POINT screen) {
     case kCmdCopy: if (browser_) browser_->MakeCtrlC(); break;
     default: if (chosen) OnCommand(chosen, 0); break;
   }
+}
+
+int ChatFrame::Choose(HMENU menu, POINT screen, UINT flags) {
+  if (choose_) return choose_(menu, screen);
+  return static_cast<int>(TrackPopupMenu(menu, TPM_RETURNCMD | TPM_NONOTIFY | flags, screen.x,
+                                         screen.y, 0, window_.get(), nullptr));
 }
 
 void ChatFrame::ReportPlacement() {

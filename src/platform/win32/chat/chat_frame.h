@@ -7,6 +7,7 @@
 // The board is the system's browser control (see board_browser.h). When the control cannot be
 // made, or its page has not loaded within five seconds, the board is shown as plain text in a
 // read-only box instead, so a message is never hidden from the user.
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -72,6 +73,10 @@ class ChatFrame {
   void Destroy();
 
   HWND hwnd() const { return window_.get(); }
+  // How the window's pop-up menus are shown: TrackPopupMenu unless a test chooses instead
+  // (the menu, where it opens; the chosen command, 0 for none).
+  using MenuChooser = std::function<int(HMENU menu, POINT screen)>;
+  void set_menu_chooser_for_testing(MenuChooser chooser) { choose_ = std::move(chooser); }
   // True while the board is shown as plain text.
   bool showing_plain_board() const { return plain_; }
   bool right_to_left() const { return view_.right_to_left; }
@@ -104,7 +109,10 @@ class ChatFrame {
   template <class F, class... Args>
   void Fire(const F& handler, Args&&... args);
 
+  int Choose(HMENU menu, POINT screen, UINT flags);
+
   BoardBrowser::Factory browser_factory_;
+  MenuChooser choose_;
   ScopedWindowClass class_;
   UniqueHFont font_;
   UniqueHFont bold_font_;

@@ -63,6 +63,10 @@ class ChatFrameTest : public ::testing::Test {
     };
     events.close = [log] { log(L"close"); };
     events.board_click = [log](const std::wstring& html) { log(L"click:" + html); };
+    events.board_add_user = [log](const std::wstring& html) { log(L"add sender:" + html); };
+    events.board_show_attachments = [log](const std::wstring& html) { log(L"open mail:" + html); };
+    events.remove_users = [log] { log(L"remove users"); };
+    events.activated = [log] { log(L"activated"); };
     events.add_user = [log] { log(L"add user"); };
     events.user_properties = [log](const std::wstring& e) { log(L"properties:" + e); };
     events.clear_board = [log] { log(L"clear"); };
@@ -114,6 +118,16 @@ TEST_F(ChatFrameTest, DrawsTheViewAndHandsEveryControlToTheModel) {
   EXPECT_EQ(SendMessageW(Item(frame, kChatAttachments), LB_GETCOUNT, 0, 0), 2);
   EXPECT_EQ(Text(Item(frame, kChatStatus)), view.status);
   EXPECT_FALSE(frame.showing_plain_board());
+  // The message is written as it will look: in bold here.
+  LOGFONTW font{};
+  GetObjectW(reinterpret_cast<HFONT>(SendMessageW(Item(frame, kChatMessage), WM_GETFONT, 0, 0)),
+             sizeof font, &font);
+  EXPECT_EQ(font.lfWeight, FW_BOLD);
+  MINMAXINFO limits{};
+  SendMessageW(frame.hwnd(), WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&limits));
+  EXPECT_GT(limits.ptMinTrackSize.x, 400);
+  EXPECT_GT(limits.ptMinTrackSize.y, 300);
+  std::erase(fired, L"activated");  // the window opens in front
   EXPECT_TRUE(fired.empty()) << "drawing is not the user's doing: " << ToUtf8(fired.front());
 
   // The board: shown once from its file, then only appended to; a restarted board is shown anew.
@@ -169,6 +183,36 @@ TEST_F(ChatFrameTest, DrawsTheViewAndHandsEveryControlToTheModel) {
       {"a picture on the board", [&] { fake.Click(L"<IMG CorvinaTag1=\"ann@x.org\">"); },
        L"click:<IMG CorvinaTag1=\"ann@x.org\">"},
       {"the flash timer", [&] { SendMessageW(frame.hwnd(), WM_TIMER, 1, 0); }, L"flash"},
+      {"activated", [&] { SendMessageW(frame.hwnd(), WM_ACTIVATE, WA_CLICKACTIVE, 0); }, L"activated"},
+      {"moved", [&] { SendMessageW(frame.hwnd(), WM_EXITSIZEMOVE, 0, 0); }, L"placed:700x520"},
+      {"Ctrl+Enter in the message",
+       [&] {
+         BYTE keys[256];
+         GetKeyboardState(keys);
+         const BYTE before = keys[VK_CONTROL];
+         keys[VK_CONTROL] = 0x80;
+         SetKeyboardState(keys);
+         SendMessageW(Item(frame, kChatMessage), WM_KEYDOWN, VK_RETURN, 0);
+         keys[VK_CONTROL] = before;
+         SetKeyboardState(keys);
+       },
+       L"send"},
+      {"a double click on Ben",
+       [&] {
+         NMITEMACTIVATE item{};
+         item.hdr = NMHDR{list, static_cast<UINT_PTR>(kChatUsers), static_cast<UINT>(NM_DBLCLK)};
+         item.iItem = 1;
+         SendMessageW(frame.hwnd(), WM_NOTIFY, kChatUsers, reinterpret_cast<LPARAM>(&item));
+       },
+       L"properties:ben@x.org"},
+      {"menu: close",
+       [&] {
+         SendMessageW(frame.hwnd(), WM_COMMAND, kCmdClose, 0);
+         fired.clear();  // the move report that comes first
+         PumpMessages(50);
+         fired.erase(fired.begin());
+       },
+       L"close"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.action);
@@ -183,6 +227,80 @@ TEST_F(ChatFrameTest, DrawsTheViewAndHandsEveryControlToTheModel) {
   EXPECT_EQ(fired, (std::vector<std::wstring>{L"placed:700x520", L"close"}));
   frame.Destroy();
   EXPECT_EQ(fake.record().closes, 1);
+}
+
+// The pop-up menus offer what the clicked thing allows, and each choice reaches the model.
+TEST_F(ChatFrameTest, MenusOfferWhatTheClickedThingAllows) {
+  testing::FakeWebBrowser fake;
+  ChatFrame frame(fake.Factory());
+  std::vector<std::wstring> offered;  // the last menu: "text" or "text (off)" or "text (on)"
+  int answer = 0;
+  frame.set_menu_chooser_for_testing([&](HMENU menu, POINT) {
+    offered.clear();
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+      wchar_t text[64] = {};
+      GetMenuStringW(menu, static_cast<UINT>(i), text, 64, MF_BYPOSITION);
+      const UINT state = GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION);
+      if (state & MF_SEPARATOR) continue;
+      offered.push_back(std::wstring(text) + ((state & MF_GRAYED) ? L" (off)" : L"") +
+                        ((state & MF_CHECKED) ? L" (on)" : L""));
+    }
+    return answer;
+  });
+  frame.Show(view, events);
+  fake.FireDocumentComplete();
+  const std::wstring sender = L"<IMG CorvinaTag1=\"ann@x.org\">";
+  const std::wstring clip = L"<IMG id=\"00AB\" CorvinaTag2=\"1\">";
+  HWND list = Item(frame, kChatUsers);
+  const ChatWindowLabels l;
+  const struct {
+    const char* label;
+    int answer;
+    std::function<void()> open;
+    std::vector<std::wstring> offered;
+    std::vector<std::wstring> fired;
+  } rows[] = {
+      {"colour", kCmdColorFirst + 0, [&] { SendMessageW(Item(frame, kChatColor), BM_CLICK, 0, 0); },
+       {L"Black", L"Navy (on)"}, {L"color:0"}},
+      {"a sender's picture", kCmdAddSender, [&] { fake.RightClick(sender, POINT{1, 1}); },
+       {l.add_sender, l.sender_properties, l.show_attachments + L" (off)", l.copy, l.clear_board,
+        l.save_board},
+       {L"add sender:" + sender}},
+      {"an attachment picture", kCmdShowAttachments, [&] { fake.RightClick(clip, POINT{1, 1}); },
+       {l.add_sender + L" (off)", l.sender_properties + L" (off)", l.show_attachments, l.copy,
+        l.clear_board, l.save_board},
+       {L"open mail:" + clip}},
+      {"the board beside any picture", kCmdSaveBoard, [&] { fake.RightClick(std::nullopt, POINT{1, 1}); },
+       {l.add_sender + L" (off)", l.sender_properties + L" (off)", l.show_attachments + L" (off)",
+        l.copy, l.clear_board, l.save_board},
+       {L"save"}},
+      {"the user list, Ann selected", kCmdRemoveUser,
+       [&] {
+         NMHDR click{list, static_cast<UINT_PTR>(kChatUsers), static_cast<UINT>(NM_RCLICK)};
+         SendMessageW(frame.hwnd(), WM_NOTIFY, kChatUsers, reinterpret_cast<LPARAM>(&click));
+       },
+       {l.add_user, l.remove_user, l.user_properties}, {L"remove users"}},
+      {"dismissed", 0, [&] { fake.RightClick(sender, POINT{1, 1}); },
+       {l.add_sender, l.sender_properties, l.show_attachments + L" (off)", l.copy, l.clear_board,
+        l.save_board},
+       {}},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.label);
+    fired.clear();
+    answer = row.answer;
+    row.open();
+    EXPECT_EQ(offered, row.offered);
+    EXPECT_EQ(fired, row.fired);
+  }
+  // Nobody selected: the list offers only adding.
+  view.users.rows[0].selected = false;
+  frame.Show(view, events);
+  NMHDR click{list, static_cast<UINT_PTR>(kChatUsers), static_cast<UINT>(NM_RCLICK)};
+  answer = 0;
+  SendMessageW(frame.hwnd(), WM_NOTIFY, kChatUsers, reinterpret_cast<LPARAM>(&click));
+  EXPECT_EQ(offered, (std::vector<std::wstring>{l.add_user, l.remove_user + L" (off)",
+                                                 l.user_properties + L" (off)"}));
 }
 
 // No browser, or one whose page never loads: the board is read as plain text, and grows.
