@@ -193,5 +193,41 @@ TEST_F(ChatDialogsTest, Screenshots) {
   RunChatAddressDialog(L"Add a user", owner_.get(), false);
 }
 
+// A colour picker's entry is drawn with its swatch in the colour it names.
+TEST_F(ChatDialogsTest, ColourEntriesShowTheirSwatch) {
+  for (const size_t index : {size_t{0}, size_t{13}}) {  // Black, and "Fuschia"
+    SCOPED_TRACE(index);
+    COLORREF drawn = CLR_INVALID;
+    LRESULT handled = FALSE;
+    OnShown([&](HWND d) {
+      HWND combo = GetDlgItem(d, kChatUserColorMessageId);
+      HDC screen = GetDC(nullptr);
+      HDC memory = CreateCompatibleDC(screen);
+      HBITMAP bitmap = CreateCompatibleBitmap(screen, 160, 20);
+      HGDIOBJ old = SelectObject(memory, bitmap);
+      DRAWITEMSTRUCT item{};
+      item.CtlType = ODT_COMBOBOX;
+      item.CtlID = kChatUserColorMessageId;
+      item.itemID = static_cast<UINT>(index);
+      item.itemAction = ODA_DRAWENTIRE;
+      item.hwndItem = combo;
+      item.hDC = memory;
+      item.rcItem = RECT{0, 0, 160, 20};
+      item.itemData = static_cast<ULONG_PTR>(SendMessageW(combo, CB_GETITEMDATA, index, 0));
+      handled = SendMessageW(d, WM_DRAWITEM, kChatUserColorMessageId, reinterpret_cast<LPARAM>(&item));
+      drawn = GetPixel(memory, 10, 10);
+      SelectObject(memory, old);
+      DeleteObject(bitmap);
+      DeleteDC(memory);
+      ReleaseDC(nullptr, screen);
+      Press(d, IDCANCEL);
+    });
+    ChatUserPropertiesView view = StoredUser();
+    RunChatUserDialog(view, owner_.get(), false);
+    EXPECT_EQ(handled, TRUE);
+    EXPECT_EQ(drawn, static_cast<COLORREF>(view.color_values[index]));
+  }
+}
+
 }  // namespace
 }  // namespace corvina::win32
