@@ -24,7 +24,7 @@ std::wstring CodePointText(unsigned long code) {
 std::wstring Entity(std::wstring_view name) {
   static constexpr std::pair<const wchar_t*, const wchar_t*> kNamed[] = {
       {L"amp", L"&"},  {L"lt", L"<"},         {L"gt", L">"},         {L"quot", L"\""},
-      {L"nbsp", L"\u00a0"}, {L"copy", L"\u00a9"}, {L"reg", L"\u00ae"}, {L"#39", L"'"}};
+      {L"nbsp", L"\u00a0"}, {L"copy", L"\u00a9"}, {L"reg", L"\u00ae"}};
   for (const auto& [entity, text] : kNamed)
     if (name == entity) return text;
   if (name.size() > 1 && name[0] == L'#') {

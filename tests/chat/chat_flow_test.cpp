@@ -412,6 +412,10 @@ TEST_F(ChatWindowTest, FlashClearSaveAndClose) {
 
 // The window's controls, pressed as a user would: each reaches its command of the model.
 TEST_F(ChatWindowTest, TheWindowsControlsReachTheModel) {
+  // The button again, with the window open: the same window comes to the front.
+  world.Bar()->FindControl(kTagChat)->Click();
+  EXPECT_EQ(addin->addin().chat.window.get(), window);
+  EXPECT_EQ(world.ui.events().back().kind, sim::UiEventKind::kFormToFront);
   const ChatWindowEvents& press = world.ui.chat_events();
   press.select_users({L"cleo@example.com"});
   press.message_changed(L"typed");

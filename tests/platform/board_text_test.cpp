@@ -58,7 +58,7 @@ TEST(ChatBoardText, EveryBlockReadsAsItsCaptionAndMessage) {
 
 TEST(ChatBoardText, EntitiesAndBrokenMarkup) {
   const std::pair<const char*, std::wstring> rows[] = {
-      {"&#65;&#x42;&#x1F600;&amp;lt;", L"AB\U0001F600&lt;"},
+      {"&#65;&#x42;&#x1F600;&amp;lt;&#39;&nbsp;&nbsp;x", L"AB\U0001F600&lt;'  x"},
       {"&bogus; &#xD800; &#0; & alone", L"&bogus; &#xD800; &#0; & alone"},
       {"  lead <B>bold</B>   runs\r\n  of  blanks  ", L"lead bold runs of blanks"},
       {"cut <IMG src=\"x", L"cut"},

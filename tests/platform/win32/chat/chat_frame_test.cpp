@@ -127,6 +127,17 @@ TEST_F(ChatFrameTest, DrawsTheViewAndHandsEveryControlToTheModel) {
   SendMessageW(frame.hwnd(), WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&limits));
   EXPECT_GT(limits.ptMinTrackSize.x, 400);
   EXPECT_GT(limits.ptMinTrackSize.y, 300);
+  // The menu bar: the board's commands, then the users'.
+  HMENU bar = GetMenu(frame.hwnd());
+  ASSERT_EQ(GetMenuItemCount(bar), 2);
+  const std::vector<UINT> chat_menu{kCmdSaveBoard, kCmdClearBoard, 0, kCmdClose};
+  const std::vector<UINT> users_menu{kCmdAddUser, kCmdRemoveUser, kCmdUserProperties};
+  for (int i = 0; i < 2; ++i) {
+    std::vector<UINT> ids;
+    HMENU sub = GetSubMenu(bar, i);
+    for (int k = 0; k < GetMenuItemCount(sub); ++k) ids.push_back(GetMenuItemID(sub, k));
+    EXPECT_EQ(ids, i == 0 ? chat_menu : users_menu);
+  }
   std::erase(fired, L"activated");  // the window opens in front
   EXPECT_TRUE(fired.empty()) << "drawing is not the user's doing: " << ToUtf8(fired.front());
 
@@ -335,6 +346,10 @@ TEST_F(ChatFrameTest, ThePlainBoardTakesOverWhenNoBrowserShowsThePage) {
     const std::wstring board = Text(Item(frame, kChatBoardText));
     EXPECT_NE(board.find(L"Ann Said :\r\nHello & welcome\r\n"), std::wstring::npos) << ToUtf8(board);
     EXPECT_TRUE(board.ends_with(L"Ben Said :\r\nsecond <msg>\r\n")) << ToUtf8(board);
+    // A long board keeps its newest line in sight.
+    view.board_blocks.assign(60, "line<BR>\r\n");
+    frame.Show(view, events);
+    EXPECT_GT(SendMessageW(Item(frame, kChatBoardText), EM_GETFIRSTVISIBLELINE, 0, 0), 30);
     if (!row.browser_made) WritePng(L"chat_window_plain.png", frame.hwnd());
     view.board_blocks.clear();
   }
