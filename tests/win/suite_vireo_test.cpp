@@ -13,6 +13,7 @@
 #include "host/control_table.h"
 #include "platform/win32/chat/chat_frame.h"
 #include "platform/win32/win32_file_system.h"
+#include "platform/win32/window_class.h"
 #include "png_writer.h"
 #include "window_pump.h"
 #include "standin.h"
@@ -266,12 +267,6 @@ TEST_F(VireoTest, NewMailReadsTheInboxWithoutWalkingIt) {
 }
 
 
-std::wstring ControlText(HWND control) {
-  std::wstring text(static_cast<size_t>(GetWindowTextLengthW(control)) + 1, L'\0');
-  text.resize(static_cast<size_t>(GetWindowTextW(control, text.data(), static_cast<int>(text.size()))));
-  return text;
-}
-
 // The chat window inside Outlook: opened from its button, a message written and sent in the real
 // window, an answer taken in through NewMail, the board kept in its file and shown as text (this
 // Wine has no HTML engine, so its browser never loads the page).
@@ -300,7 +295,7 @@ TEST_F(VireoTest, ChatWindowSendsAndReceivesThroughOutlook) {
   EXPECT_EQ(sent[0]->subject, L"Chat message from: anna@example.com");
   EXPECT_EQ(sent[0]->to, L"ben@example.com");
   EXPECT_EQ(ChatMessageText(sent[0]->body, 0), L"Lunch at one?");
-  EXPECT_EQ(ControlText(message), L"");
+  EXPECT_EQ(win32::WindowText(message), L"");
 
   auto answer = sim::MakeMail(L"Chat message from: ben@example.com", FromCivil({2026, 11, 23, 9, 0, 0}));
   answer.body = ComposeChatBody(L"Yes, <at one> & on time", L"http://home", L"ben@example.com", L"1.0");
@@ -312,7 +307,7 @@ TEST_F(VireoTest, ChatWindowSendsAndReceivesThroughOutlook) {
   EXPECT_NE(board.find("Yes, &lt;at one&gt; &amp; on time"), std::string::npos) << board;
 
   win32::PumpMessages(win32::kBoardLoadTimeoutMs + 500);
-  const std::wstring shown = ControlText(GetDlgItem(window, win32::kChatBoardText));
+  const std::wstring shown = win32::WindowText(GetDlgItem(window, win32::kChatBoardText));
   EXPECT_NE(shown.find(L"Ben Said :\r\nYes, <at one> & on time"), std::wstring::npos) << ToUtf8(shown);
   EXPECT_TRUE(win32::WritePng(L"chat_window_in_outlook.png", window));
 

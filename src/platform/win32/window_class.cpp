@@ -39,4 +39,10 @@ POINT CentredOrigin(HWND owner, int width, int height) noexcept {
   return POINT{x > area.left ? x : area.left, y > area.top ? y : area.top};
 }
 
+std::wstring WindowText(HWND window) {
+  std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+  text.resize(static_cast<size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+  return text;
+}
+
 }  // namespace corvina::win32

@@ -85,10 +85,7 @@ void ChatDialogWindow::AddButtons(int top, int client_width) noexcept {
 }
 
 std::wstring ChatDialogWindow::ControlText(int id) const {
-  HWND control = GetDlgItem(window_.get(), id);
-  std::wstring text(static_cast<size_t>(GetWindowTextLengthW(control)) + 1, L'\0');
-  text.resize(static_cast<size_t>(GetWindowTextW(control, text.data(), static_cast<int>(text.size()))));
-  return text;
+  return WindowText(GetDlgItem(window_.get(), id));
 }
 
 bool ChatDialogWindow::RunModal(HWND first) {

@@ -33,12 +33,6 @@ HWND Child(HWND parent, const wchar_t* cls, const wchar_t* text, DWORD style, in
   return child;
 }
 
-std::wstring WindowText(HWND window) {
-  std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-  text.resize(static_cast<size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
-  return text;
-}
-
 void SetTextIfChanged(HWND window, const std::wstring& text) {
   if (window && WindowText(window) != text) SetWindowTextW(window, text.c_str());
 }
@@ -57,10 +51,6 @@ UniqueHFont VariantFont(HFONT base, bool bold, bool italic, bool underline) {
 
 void Place(HWND window, int x, int y, int w, int h) {
   if (window) MoveWindow(window, x, y, std::max(w, 0), std::max(h, 0), FALSE);
-}
-
-bool ContainsIgnoringCase(const std::wstring& text, const wchar_t* part) {
-  return LCase(text).find(part) != std::wstring::npos;
 }
 
 // A stored placement is used only when the window would be reachable on a monitor now.
@@ -444,8 +434,9 @@ void ChatFrame::ShowUsersMenu(POINT screen) {
 
 void ChatFrame::ShowBoardMenu(const std::wstring& html, POINT screen) {
   // Only a sender's picture names a user, and only an attachment picture a mail.
-  const bool sender = ContainsIgnoringCase(html, L"corvinatag1");
-  const bool attachment = ContainsIgnoringCase(html, L"corvinatag2");
+  const std::wstring lower = LCase(html);
+  const bool sender = ContainsText(lower, L"corvinatag1");
+  const bool attachment = ContainsText(lower, L"corvinatag2");
   const ChatWindowLabels& l = view_.labels;
   HMENU menu = CreatePopupMenu();
   AppendMenuW(menu, MF_STRING | (sender ? 0 : MF_GRAYED), kCmdAddSender, l.add_sender.c_str());
