@@ -21,11 +21,6 @@ constexpr char kPage[] =
     "<TD valign=bottom>Ann Said :</TD></TR></TABLE>Hello &amp; welcome<BR>\r\n";
 
 
-std::wstring Text(HWND window) {
-  wchar_t buffer[4096];
-  return std::wstring(buffer, static_cast<size_t>(GetWindowTextW(window, buffer, 4096)));
-}
-
 class ChatFrameTest : public ::testing::Test {
  protected:
   void SetUp() override {
@@ -93,7 +88,7 @@ TEST_F(ChatFrameTest, DrawsTheViewAndHandsEveryControlToTheModel) {
   GetWindowRect(frame.hwnd(), &placed);
   EXPECT_EQ(placed.left, 40);
   EXPECT_EQ(placed.bottom - placed.top, 520);
-  EXPECT_EQ(Text(frame.hwnd()), L"Corvina Chat");
+  EXPECT_EQ(WindowText(frame.hwnd()), L"Corvina Chat");
   HWND list = Item(frame, kChatUsers);
   ASSERT_EQ(ListView_GetItemCount(list), 2);
   // Two columns, the address the wider, both within the list: no sideways scrolling.
@@ -112,11 +107,11 @@ TEST_F(ChatFrameTest, DrawsTheViewAndHandsEveryControlToTheModel) {
   EXPECT_LE(name_width + address_width, inside.right);
   EXPECT_EQ(ListView_GetItemState(list, 0, LVIS_SELECTED), static_cast<UINT>(LVIS_SELECTED));
   EXPECT_EQ(ListView_GetItemState(list, 1, LVIS_SELECTED), 0u);
-  EXPECT_EQ(Text(Item(frame, kChatMessage)), L"hi");
+  EXPECT_EQ(WindowText(Item(frame, kChatMessage)), L"hi");
   EXPECT_EQ(SendMessageW(Item(frame, kChatBold), BM_GETCHECK, 0, 0), BST_CHECKED);
   EXPECT_EQ(SendMessageW(Item(frame, kChatItalic), BM_GETCHECK, 0, 0), BST_UNCHECKED);
   EXPECT_EQ(SendMessageW(Item(frame, kChatAttachments), LB_GETCOUNT, 0, 0), 2);
-  EXPECT_EQ(Text(Item(frame, kChatStatus)), view.status);
+  EXPECT_EQ(WindowText(Item(frame, kChatStatus)), view.status);
   EXPECT_FALSE(frame.showing_plain_board());
   // The message is written as it will look: in bold here.
   LOGFONTW font{};
@@ -219,9 +214,7 @@ TEST_F(ChatFrameTest, DrawsTheViewAndHandsEveryControlToTheModel) {
       {"menu: close",
        [&] {
          SendMessageW(frame.hwnd(), WM_COMMAND, kCmdClose, 0);
-         fired.clear();  // the move report that comes first
          PumpMessages(50);
-         fired.erase(fired.begin());
        },
        L"close"},
   };
@@ -229,6 +222,10 @@ TEST_F(ChatFrameTest, DrawsTheViewAndHandsEveryControlToTheModel) {
     SCOPED_TRACE(row.action);
     fired.clear();
     row.act();
+    // While messages run, the window's own timer, activation and move report may come too.
+    std::erase_if(fired, [&](const std::wstring& f) {
+      return f != row.fired && (f == L"flash" || f == L"activated" || f.starts_with(L"placed:"));
+    });
     ASSERT_EQ(fired.size(), 1u);
     EXPECT_EQ(fired[0], row.fired);
   }
@@ -343,7 +340,7 @@ TEST_F(ChatFrameTest, ThePlainBoardTakesOverWhenNoBrowserShowsThePage) {
     ASSERT_TRUE(frame.showing_plain_board());
     view.board_blocks = {"<TABLE><TR><TD>Ben Said :</TD></TR></TABLE>second &lt;msg&gt;<BR>\r\n"};
     frame.Show(view, events);
-    const std::wstring board = Text(Item(frame, kChatBoardText));
+    const std::wstring board = WindowText(Item(frame, kChatBoardText));
     EXPECT_NE(board.find(L"Ann Said :\r\nHello & welcome\r\n"), std::wstring::npos) << ToUtf8(board);
     EXPECT_TRUE(board.ends_with(L"Ben Said :\r\nsecond <msg>\r\n")) << ToUtf8(board);
     // A long board keeps its newest line in sight.
