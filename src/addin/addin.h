@@ -10,11 +10,13 @@
 #include "addin/services.h"
 #include "chat/chat_state.h"
 #include "language/language.h"
+#include "rules/rules_state.h"
 #include "saving/saving_state.h"
 #include "settings/config.h"
 #include "settings/config_store.h"
 #include "settings/guard.h"
 #include "settings/log.h"
+#include "virus/virus_state.h"
 
 namespace corvina {
 
@@ -38,6 +40,8 @@ class AddIn {
 
   SavingState saving;
   ChatState chat{log};
+  RulesState rules{log};
+  VirusState virus;
 
   std::wstring LogPath() const { return services.addin_folder + L"\\Vireo.log"; }
   ConfigStore Store();

@@ -10,6 +10,7 @@
 #include "settings/config_keys.h"
 #include "settings/config_store.h"
 #include "settings/guard.h"
+#include "virus/virus_alerter.h"
 
 namespace corvina {
 namespace {
@@ -67,7 +68,9 @@ void Click(AddIn& addin, int index, outlook::Inspector* owner) {
     case 3: return NotInThisBuild(addin, kFeaturePreview);
     case 4: return NotInThisBuild(addin, kFeatureDistributionLists);
     case 5: return NotInThisBuild(addin, kFeatureTranslator);
-    case 8: return NotInThisBuild(addin, kFeatureVirusAlert);
+    case 8:
+      OpenVirusAlerter(addin);
+      return addin.services.ui.BringFormToFront(kVirusAlerterFormName);
     case 9: return About(addin);
     case 12:
       OpenChatWindow(addin);

@@ -4,7 +4,7 @@
 #include "host/command_bars.h"
 #include "host/des_vireo.h"
 #include "host/web_and_lists.h"
-#include "rules/rules_stage.h"
+#include "rules/rule_storage.h"
 #include "saving/auto_copy.h"
 #include "settings/config_store.h"
 #include "settings/guard.h"

@@ -1,6 +1,8 @@
 // The disconnection entry: save, tidy up and let go of Outlook.
 #include "base/text.h"
 #include "chat/chat_window.h"
+#include "virus/virus_alerter.h"
+#include "virus/virus_report.h"
 #include "corvina/version.h"
 #include "host/command_bars.h"
 #include "host/des_vireo.h"
@@ -47,6 +49,14 @@ void DesVireo::UnloadAllForms() {
       // The chat window keeps the user list and tidies its board as it closes.
       if (std::wstring_view(name) == kChatFormName) {
         CloseChatWindow(addin_);
+        continue;
+      }
+      if (std::wstring_view(name) == kVirusAlerterFormName) {
+        CloseVirusAlerter(addin_);
+        continue;
+      }
+      if (std::wstring_view(name) == kVirusReportFormName) {
+        CloseVirusReport(addin_);
         continue;
       }
       addin_.services.ui.UnloadForm(name);

@@ -43,7 +43,6 @@ enum class TextId : uint16_t {
   kFeaturePreview,
   kFeatureDistributionLists,
   kFeatureTranslator,
-  kFeatureVirusAlert,
   kFeatureSearch,
   kFeatureRecorder,
 
@@ -90,6 +89,32 @@ enum class TextId : uint16_t {
   kChatOwnAddress,
   kChatNewUserAddress,
   kChatSaveTitle,
+
+  // frmVirusAlerter, the rule wizard and frmVirusReport.
+  kVirusAlerterCaption,
+  kVirusItemsDeleted,  // follows the count
+  kVirusAlertsTakenIn,  // follows the count
+  kVirusSelectRule,
+  kVirusNoRecipients,
+  kVirusAlertSent,  // %1: the rule, %2: the recipients
+  kVirusRemoveQuestion,  // %1: the rule
+  kVirusWebHelp,
+  kVirusReportCaption,
+  kVirusLogMissing,
+  kVirusLogCleared,
+  kRuleWizardCaption,
+  kRuleNameEmpty,
+  kRuleNameExists,  // %1: the name
+  kRuleValueSemicolon,
+  kRuleSentenceNone,
+  kRuleSentenceIntro,  // followed by the filled values
+  kRuleSentenceSubject,  // %1: the value
+  kRuleSentenceBody,
+  kRuleSentenceAttachment,
+  kRuleSentenceFrom,
+  kRuleSentenceOr,
+  kRuleSentenceTail,
+  kRuleSentenceInactive,
 
   kCount
 };

@@ -27,7 +27,11 @@ LoopParameters GetLoopParametersByFolder(outlook::Folder& folder) {
 }
 
 bool IsOlderThanLastMonitor(outlook::Item& mail, const Config& config) {
-  return FormatStamp(mail.ReceivedTime()) < config.LastMailMonitorTime;
+  return IsOlderThanLastMonitor(mail.ReceivedTime(), config);
+}
+
+bool IsOlderThanLastMonitor(Date received, const Config& config) {
+  return FormatStamp(received) < config.LastMailMonitorTime;
 }
 
 }  // namespace corvina

@@ -22,5 +22,7 @@ LoopParameters GetLoopParametersByFolder(outlook::Folder& folder);
 // The received-time test: the mail's received time, as "yyyymmddhhnn", sorts before
 // LastMailMonitorTime. Mails of the same minute are not older.
 bool IsOlderThanLastMonitor(outlook::Item& mail, const Config& config);
+// The same test on a received time already read.
+bool IsOlderThanLastMonitor(Date received, const Config& config);
 
 }  // namespace corvina

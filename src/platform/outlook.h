@@ -13,6 +13,7 @@
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "base/date.h"
 #include "base/error.h"
@@ -171,6 +172,9 @@ class NameSpace {
   virtual Ref<outlook::Item> GetItemFromID(const std::wstring& entry_id) = 0;
   // AddressLists.Count: how many address books the profile offers.
   virtual int32_t AddressListCount() = 0;
+  // The session's select-names dialog, titled `caption`: the addresses the user picked, in
+  // order; none when cancelled.
+  virtual std::vector<std::wstring> SelectNames(const std::wstring& caption) = 0;
 };
 
 class CommandBarControl {

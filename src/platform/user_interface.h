@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/chat_list_view.h"
+#include "platform/virus_windows.h"
 
 namespace corvina {
 
@@ -228,6 +229,15 @@ class UserInterface {
   virtual bool ShowChatUserProperties(ChatUserPropertiesView& view) = 0;
   // frmChatMail, modal: the address the user typed, "" when cancelled.
   virtual std::wstring AskChatAddress(const std::wstring& caption) = 0;
+
+  // frmVirusAlerter (loaded through LoadForm): draws the window as `view` says; its controls
+  // report through `events`, which stay valid while the form is loaded.
+  virtual void ShowVirusAlerter(const VirusAlerterView& view, const VirusAlerterEvents& events) = 0;
+  // The rule wizard, modal: true when the user pressed Finish (and `events.accept_values`
+  // agreed), `view.values` then holding the rule.
+  virtual bool ShowRuleWizard(RuleWizardView& view, const RuleWizardEvents& events) = 0;
+  // frmVirusReport (loaded through LoadForm), like frmVirusAlerter.
+  virtual void ShowVirusReport(const VirusReportView& view, const VirusReportEvents& events) = 0;
 
 };
 

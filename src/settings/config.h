@@ -38,6 +38,8 @@ struct Config {
   std::wstring VirusAttachments;
   std::wstring VirusDescription;
   std::wstring VirusActive;
+  // Pairs of rule name and sender, tab-separated, for the rules alert mails brought.
+  std::wstring VirusRuleOrigins;
   std::wstring PromtForIncomingVirus = L"1";
   std::wstring BeepForIncomingVirus = L"1";
   std::wstring AutoDeleteInfectedMessage;

@@ -42,6 +42,8 @@ const ConfigKey kGeneralKeys[] = {
     CORVINA_KEY(kConf, VirusAttachments),
     CORVINA_KEY(kConf, VirusDescription),
     CORVINA_KEY(kConf, VirusActive),
+    // Who sent each rule that came in an alert mail, kept beside the six lists above.
+    CORVINA_KEY(kConf, VirusRuleOrigins),
     CORVINA_KEY(kConf, PromtForIncomingVirus),
     CORVINA_KEY(kConf, BeepForIncomingVirus),
     CORVINA_KEY(kConf, AutoDeleteInfectedMessage),

@@ -23,7 +23,6 @@ TEST(ToolbarTest, EveryButtonIsRoutedAndSaysWhatItDoes) {
       {kTagPreview, L"The picture preview is not part of this build of Corvina."},
       {kTagSmartSender, L"The distribution-list menu is not part of this build of Corvina."},
       {kTagHebrew, L"The keyboard-layout translator is not part of this build of Corvina."},
-      {kTagVirusAlert, L"Virus alert is not part of this build of Corvina."},
       {kTagSearch, L"The attachment search is not part of this build of Corvina."},
       {kTagVoiceMail, L"Not a mail item"},
   };

@@ -55,6 +55,7 @@ const std::vector<Key>& Keys() {
       {C, L"VirusAttachments", L"VirusAttachments", 'S', L""},
       {C, L"VirusDescription", L"VirusDescription", 'S', L""},
       {C, L"VirusActive", L"VirusActive", 'S', L""},
+      {C, L"VirusRuleOrigins", L"VirusRuleOrigins", 'S', L""},
       {C, L"PromtForIncomingVirus", L"PromtForIncomingVirus", 'S', L"1"},
       {C, L"BeepForIncomingVirus", L"BeepForIncomingVirus", 'S', L"1"},
       {C, L"AutoDeleteInfectedMessage", L"AutoDeleteInfectedMessage", 'S', L""},

@@ -68,6 +68,18 @@ class AnswerQueue : public UserInterface {
     Before();
     return inner_.AskChatAddress(caption);
   }
+  void ShowVirusAlerter(const VirusAlerterView& view, const VirusAlerterEvents& events) override {
+    Before();
+    inner_.ShowVirusAlerter(view, events);
+  }
+  bool ShowRuleWizard(RuleWizardView& view, const RuleWizardEvents& events) override {
+    Before();
+    return inner_.ShowRuleWizard(view, events);
+  }
+  void ShowVirusReport(const VirusReportView& view, const VirusReportEvents& events) override {
+    Before();
+    inner_.ShowVirusReport(view, events);
+  }
 
  private:
   void Before() {

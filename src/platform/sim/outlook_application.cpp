@@ -30,6 +30,14 @@ class SimNameSpace final : public outlook::NameSpace {
     store_.Enter("NameSpace.AddressListCount");
     return store_.address_list_count;
   }
+  std::vector<std::wstring> SelectNames(const std::wstring& caption) override {
+    store_.Enter("NameSpace.GetSelectNamesDialog");
+    store_.select_names_captions.push_back(caption);
+    if (store_.select_names_answers.empty()) return {};
+    std::vector<std::wstring> picked = std::move(store_.select_names_answers.front());
+    store_.select_names_answers.erase(store_.select_names_answers.begin());
+    return picked;
+  }
 
  private:
   SimStore& store_;

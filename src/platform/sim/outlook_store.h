@@ -100,6 +100,11 @@ class SimStore {
   // takes it (MailServer sets it).
   std::function<void(const SimItemPtr&)> on_send;
   int32_t address_list_count = 1;                 // AddressLists.Count; 0 = no address book
+  // What the select-names dialog answers next, one answer per opening: the picked addresses
+  // (none: cancelled). With nothing queued the dialog is cancelled. Each opening's caption is
+  // kept in select_names_captions.
+  std::vector<std::vector<std::wstring>> select_names_answers;
+  std::vector<std::wstring> select_names_captions;
   Date now = FromCivil({2024, 1, 15, 12, 0, 0});  // time stamped on created and sent items
   // What closing and restarting Outlook does to the windows' bars (temporary ones vanish).
   void DropTemporaryCommandBars();

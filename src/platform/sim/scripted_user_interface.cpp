@@ -137,6 +137,8 @@ void ScriptedUserInterface::UnloadForm(const std::wstring& name) {
     chat_events_ = {};
     chat_blocks_shown_.clear();  // a window loaded again shows its page from the file
   }
+  if (SameForm(L"frmVirusAlerter")(name)) virus_events_ = {};
+  if (SameForm(L"frmVirusReport")(name)) report_events_ = {};
   Record(MakeEvent(UiEventKind::kUnloadForm, name));
 }
 
@@ -271,6 +273,37 @@ std::wstring ScriptedUserInterface::AskChatAddress(const std::wstring& caption) 
   faults_.Enter(Service::kUserInterface, "AskChatAddress");
   UiEvent e = MakeEvent(UiEventKind::kChatAddress, caption);
   return RecordTextAnswer(std::move(e), addresses_);
+}
+
+void ScriptedUserInterface::ShowVirusAlerter(const VirusAlerterView& view,
+                                             const VirusAlerterEvents& events) {
+  faults_.Enter(Service::kUserInterface, "ShowVirusAlerter");
+  virus_view_ = view;
+  virus_events_ = events;
+}
+
+bool ScriptedUserInterface::ShowRuleWizard(RuleWizardView& view, const RuleWizardEvents& events) {
+  faults_.Enter(Service::kUserInterface, "ShowRuleWizard");
+  UiEvent e = MakeEvent(UiEventKind::kRuleWizard, view.caption);
+  bool finished = false;
+  if (wizard_plays_.empty()) {
+    e.defaulted = true;
+  } else {
+    WizardPlay play = std::move(wizard_plays_.front());
+    wizard_plays_.pop_front();
+    finished = play(view, events);
+  }
+  e.result = finished ? 1 : 0;
+  e.rule = view.values;
+  Record(std::move(e));
+  return finished;
+}
+
+void ScriptedUserInterface::ShowVirusReport(const VirusReportView& view,
+                                            const VirusReportEvents& events) {
+  faults_.Enter(Service::kUserInterface, "ShowVirusReport");
+  report_view_ = view;
+  report_events_ = events;
 }
 
 std::vector<std::wstring> ScriptedUserInterface::Transcript() const {

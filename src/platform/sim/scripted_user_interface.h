@@ -46,6 +46,15 @@ class ScriptedUserInterface : public UserInterface {
   }
   // The address dialog's next answer; "" is Cancel (the default).
   void QueueChatAddress(std::wstring address) { addresses_.push_back(std::move(address)); }
+  // The next rule wizard: `play` acts as the user would (it calls the wizard's checks, edits
+  // the values) and returns true for Finish. With nothing queued the wizard is cancelled.
+  using WizardPlay = std::function<bool(RuleWizardView&, const RuleWizardEvents&)>;
+  void QueueRuleWizard(WizardPlay play) { wizard_plays_.push_back(std::move(play)); }
+  // frmVirusAlerter and frmVirusReport as last drawn, and what their controls would do.
+  const VirusAlerterView& virus_view() const { return virus_view_; }
+  const VirusAlerterEvents& virus_events() const { return virus_events_; }
+  const VirusReportView& report_view() const { return report_view_; }
+  const VirusReportEvents& report_events() const { return report_events_; }
   // frmChat as last drawn, and the caption flash.
   const ChatWindowView& chat_view() const { return chat_view_; }
   // What frmChat's controls would do; empty before the window is first drawn.
@@ -84,6 +93,9 @@ class ScriptedUserInterface : public UserInterface {
   void FlashChatWindow(bool on) override;
   bool ShowChatUserProperties(ChatUserPropertiesView& view) override;
   std::wstring AskChatAddress(const std::wstring& caption) override;
+  void ShowVirusAlerter(const VirusAlerterView& view, const VirusAlerterEvents& events) override;
+  bool ShowRuleWizard(RuleWizardView& view, const RuleWizardEvents& events) override;
+  void ShowVirusReport(const VirusReportView& view, const VirusReportEvents& events) override;
 
   // What was shown, in order (DoEvents is only counted: it would drown the transcript).
   const std::vector<UiEvent>& events() const { return events_; }
@@ -115,6 +127,11 @@ class ScriptedUserInterface : public UserInterface {
   std::deque<std::wstring> save_results_;
   std::deque<std::function<bool(ChatUserPropertiesView&)>> properties_edits_;
   std::deque<std::wstring> addresses_;
+  std::deque<WizardPlay> wizard_plays_;
+  VirusAlerterView virus_view_;
+  VirusAlerterEvents virus_events_;
+  VirusReportView report_view_;
+  VirusReportEvents report_events_;
   ChatWindowView chat_view_;
   ChatWindowEvents chat_events_;
   std::vector<std::string> chat_blocks_shown_;

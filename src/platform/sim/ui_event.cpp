@@ -141,6 +141,13 @@ std::wstring Describe(const UiEvent& e) {
     case UiEventKind::kChatAddress:
       return L"[address] " + Quoted(e.text) + L" -> " +
              (e.result_text.empty() ? std::wstring(L"(cancelled)") : Quoted(e.result_text)) + Remark(e);
+    case UiEventKind::kRuleWizard:
+      return L"[wizard] " + Quoted(e.text) + L" -> " +
+             (e.result == 0 ? L"Cancel" + Remark(e)
+                            : L"Finish: " + Quoted(e.rule.description) + L", subject " +
+                                  Quoted(e.rule.subject) + L", body " + Quoted(e.rule.body) +
+                                  L", attachment " + Quoted(e.rule.attachment) + L", from " +
+                                  Quoted(e.rule.from) + (e.rule.active ? L", on" : L", off"));
   }
   return L"[?]";
 }

@@ -9,7 +9,7 @@ namespace corvina::sim {
 
 enum class UiEventKind {
   kMsgBox, kShowMsgBox, kProgressText, kLoadForm, kUnloadForm, kFormToFront, kSavingForm,
-  kFolderMenu, kBrowse, kSaveFile, kChatUserProperties, kChatAddress
+  kFolderMenu, kBrowse, kSaveFile, kChatUserProperties, kChatAddress, kRuleWizard
 };
 
 struct UiEvent {
@@ -23,6 +23,7 @@ struct UiEvent {
   MsgBoxView view;
   SavingFormView saving;
   ChatUserPropertiesView properties;  // as the user left the dialog
+  RuleValues rule;  // the rule wizard's values as the user left it
   std::wstring result_text;  // the folder a browser returned
   MsgBoxAnswer answer;
   // Either box: the answer queue was empty, so the box answered its default; or the queued

@@ -20,6 +20,25 @@ class ComNameSpace final : public outlook::NameSpace {
     lists.set_type(L"AddressLists");
     return lists.Get<int32_t>(L"Count");
   }
+  std::vector<std::wstring> SelectNames(const std::wstring& caption) override {
+    Dispatch dialog = d_.Call<Dispatch>(L"GetSelectNamesDialog");
+    dialog.set_type(L"SelectNamesDialog");
+    dialog.Put(L"Caption", caption);
+    if (!dialog.Call<bool>(L"Display")) return {};  // cancelled
+    Dispatch recipients = dialog.Get<Dispatch>(L"Recipients");
+    recipients.set_type(L"Recipients");
+    std::vector<std::wstring> addresses;
+    const int32_t count = recipients.Get<int32_t>(L"Count");
+    for (int32_t i = 1; i <= count; ++i) {
+      Dispatch recipient = recipients.Call<Dispatch>(L"Item", i);
+      recipient.set_type(L"Recipient");
+      // A name typed into the dialog that the address book could not resolve has no address
+      // yet; Outlook resolves it again when the mail is sent.
+      std::wstring address = recipient.Get<std::wstring>(L"Address");
+      addresses.push_back(address.empty() ? recipient.Get<std::wstring>(L"Name") : address);
+    }
+    return addresses;
+  }
 
  private:
   Dispatch d_;

@@ -10,6 +10,9 @@
 #include "platform/win32/folder_dialogs.h"
 #include "platform/win32/progress_window.h"
 #include "platform/win32/saving_window.h"
+#include "platform/win32/virus/rule_wizard.h"
+#include "platform/win32/virus/virus_alerter_frame.h"
+#include "platform/win32/virus/virus_report_frame.h"
 #include "platform/win32/windows_api.h"
 
 #include <commdlg.h>
@@ -20,6 +23,8 @@ namespace {
 constexpr wchar_t kProgressForm[] = L"frmInit";
 constexpr wchar_t kSavingForm[] = L"frmSaving";
 constexpr wchar_t kChatForm[] = L"frmChat";
+constexpr wchar_t kVirusAlerterForm[] = L"frmVirusAlerter";
+constexpr wchar_t kVirusReportForm[] = L"frmVirusReport";
 
 std::wstring Environment(const wchar_t* name) {
   wchar_t buffer[1024];
@@ -29,6 +34,23 @@ std::wstring Environment(const wchar_t* name) {
 
 // Boxes belong to the window the user is working in (Outlook's, inside Outlook).
 HWND Owner() { return GetActiveWindow(); }
+
+// Closes a frame and keeps it until its own code, which may be what closed it, has returned.
+template <class Frame>
+void Retire(std::unique_ptr<Frame>& frame, std::vector<std::unique_ptr<Frame>>& closed) {
+  if (!frame) return;
+  frame->Destroy();
+  closed.push_back(std::move(frame));
+}
+
+template <class Frame>
+void ReleaseRetired(std::vector<std::unique_ptr<Frame>>& closed) {
+  std::erase_if(closed, [](const std::unique_ptr<Frame>& f) { return !f->busy(); });
+}
+
+void ToFront(HWND window) {
+  if (window) SetForegroundWindow(window);
+}
 
 }  // namespace
 
@@ -71,12 +93,21 @@ void Win32UserInterface::UnloadForm(const std::wstring& name) {
     chat_->Destroy();
     closed_chat_ = std::move(chat_);
   }
+  if (EqualsIgnoreCase(name, kVirusAlerterForm)) Retire(alerter_, closed_alerters_);
+  if (EqualsIgnoreCase(name, kVirusReportForm)) Retire(report_, closed_reports_);
+}
+
+bool Win32UserInterface::IsLoaded(const wchar_t* form) const {
+  return std::any_of(loaded_.begin(), loaded_.end(),
+                     [form](const std::wstring& f) { return EqualsIgnoreCase(f, form); });
 }
 
 void Win32UserInterface::BringFormToFront(const std::wstring& name) {
   if (EqualsIgnoreCase(name, kSavingForm) && saving_) saving_->BringToFront();
   if (EqualsIgnoreCase(name, kChatForm) && chat_ && chat_->hwnd())
     SetForegroundWindow(chat_->hwnd());
+  if (EqualsIgnoreCase(name, kVirusAlerterForm) && alerter_) ToFront(alerter_->hwnd());
+  if (EqualsIgnoreCase(name, kVirusReportForm) && report_) ToFront(report_->hwnd());
 }
 
 std::vector<std::wstring> Win32UserInterface::LoadedForms() { return loaded_; }
@@ -173,6 +204,27 @@ std::wstring Win32UserInterface::AskChatAddress(const std::wstring& caption) {
   if (auto_answer_) return L"";
   const bool rtl = chat_ && chat_->right_to_left();
   return RunChatAddressDialog(caption, chat_ && chat_->hwnd() ? chat_->hwnd() : Owner(), rtl);
+}
+
+void Win32UserInterface::ShowVirusAlerter(const VirusAlerterView& view,
+                                          const VirusAlerterEvents& events) {
+  if (!IsLoaded(kVirusAlerterForm)) return;
+  ReleaseRetired(closed_alerters_);
+  if (!alerter_) alerter_ = std::make_unique<VirusAlerterFrame>();
+  alerter_->Show(view, events);
+}
+
+bool Win32UserInterface::ShowRuleWizard(RuleWizardView& view, const RuleWizardEvents& events) {
+  if (auto_answer_) return false;
+  return RunRuleWizard(view, events, alerter_ && alerter_->hwnd() ? alerter_->hwnd() : Owner());
+}
+
+void Win32UserInterface::ShowVirusReport(const VirusReportView& view,
+                                         const VirusReportEvents& events) {
+  if (!IsLoaded(kVirusReportForm)) return;
+  ReleaseRetired(closed_reports_);
+  if (!report_) report_ = std::make_unique<VirusReportFrame>();
+  report_->Show(view, events);
 }
 
 }  // namespace corvina::win32

@@ -15,6 +15,8 @@ namespace corvina::win32 {
 class ProgressWindow;
 class SavingWindow;
 class ChatFrame;
+class VirusAlerterFrame;
+class VirusReportFrame;
 
 class Win32UserInterface : public UserInterface {
  public:
@@ -48,6 +50,12 @@ class Win32UserInterface : public UserInterface {
   void FlashChatWindow(bool on) override;
   bool ShowChatUserProperties(ChatUserPropertiesView& view) override;
   std::wstring AskChatAddress(const std::wstring& caption) override;
+  // "frmVirusAlerter" and "frmVirusReport" must be loaded; their windows come with the first
+  // view and are shown under CORVINA_AUTOANSWER too (nothing in them waits). The wizard is
+  // modal to the alerter's window; under CORVINA_AUTOANSWER it answers Cancel at once.
+  void ShowVirusAlerter(const VirusAlerterView& view, const VirusAlerterEvents& events) override;
+  bool ShowRuleWizard(RuleWizardView& view, const RuleWizardEvents& events) override;
+  void ShowVirusReport(const VirusReportView& view, const VirusReportEvents& events) override;
 
  private:
   std::optional<AutoAnswer> auto_answer_;
@@ -59,6 +67,13 @@ class Win32UserInterface : public UserInterface {
   // A chat window closed from its own button is closed while its code still runs: it is let
   // go of at the next opening, or with this object.
   std::unique_ptr<ChatFrame> closed_chat_;
+  std::unique_ptr<VirusAlerterFrame> alerter_;
+  std::unique_ptr<VirusReportFrame> report_;
+  // Virus windows closed from their own controls: each is let go of once none of its code
+  // runs any more (at the next opening, or with this object).
+  std::vector<std::unique_ptr<VirusAlerterFrame>> closed_alerters_;
+  std::vector<std::unique_ptr<VirusReportFrame>> closed_reports_;
+  bool IsLoaded(const wchar_t* form) const;
 };
 
 }  // namespace corvina::win32
