@@ -67,8 +67,8 @@ class RuleWizard final : public ChatDialogWindow {
  public:
   RuleWizard(const RuleWizardView& view, const RuleWizardEvents& events)
       : ChatDialogWindow(kClassName), view_(view), events_(events), bold_(BoldFont(font())) {}
-  // The window outlives this part of the object: it must no longer call in, nor draw with
-  // the bold font.
+  // The dialog's window is released after this object's own members: it must no longer call
+  // in, nor draw with the bold font.
   ~RuleWizard() override {
     if (!hwnd()) return;
     RemoveWindowSubclass(hwnd(), &RuleWizard::Subclass, kSubclass);
@@ -159,6 +159,9 @@ class RuleWizard final : public ChatDialogWindow {
     } catch (...) {
       return 0;  // the wizard stays as it was
     }
+    // The owner closing (Outlook shutting down while the wizard is up) takes the wizard with
+    // it: its loop must end, as cancelled.
+    if (message == WM_DESTROY) DefSubclassProc(hwnd, WM_CLOSE, 0, 0);
     if (message == WM_NCDESTROY) RemoveWindowSubclass(hwnd, &RuleWizard::Subclass, kSubclass);
     return DefSubclassProc(hwnd, message, wparam, lparam);
   }

@@ -158,5 +158,17 @@ TEST_F(RuleWizardTest, MovesOnAndFinishesOnlyWhenTheCoreAgrees) {
   }
 }
 
+// Outlook closing the window the wizard belongs to ends the wizard, as cancelled.
+TEST_F(RuleWizardTest, EndsWhenItsOwnerCloses) {
+  answers = {true};
+  SetRuleWizardShownHookForTesting([this](HWND d) {
+    Press(d, kWizardNext);
+    DestroyWindow(owner_.release());
+  });
+  RuleWizardView edited = view;
+  EXPECT_FALSE(RunRuleWizard(edited, events, owner_.get()));
+  EXPECT_EQ(Values(edited.values), Values(view.values));
+}
+
 }  // namespace
 }  // namespace corvina::win32
