@@ -24,6 +24,16 @@ void NotInThisBuild(AddIn& addin, TextId feature) {
   Tell(addin, addin.Text(TextId::kNotInThisBuild, {addin.Text(feature)}), vbInformation);
 }
 
+// The virus-alert button is hidden from the second start on; until the properties dialog
+// (which will hold the way there) exists, its button offers the virus-alert window instead.
+void PropertiesNotInThisBuild(AddIn& addin) {
+  const std::wstring text = addin.Text(TextId::kNotInThisBuild, {addin.Text(TextId::kFeatureProperties)}) +
+                            L"\r\n" + addin.Text(TextId::kOpenVirusAlerterInstead);
+  if (addin.services.ui.MsgBox(text, vbYesNo | vbQuestion, kProductName) != vbYes) return;
+  OpenVirusAlerter(addin);
+  addin.services.ui.BringFormToFront(kVirusAlerterFormName);
+}
+
 // Adds one to a usage counter (one of the Statistic settings) as a command opens its window.
 void CountUse(std::wstring& counter) { counter = std::to_wstring(ToLong(counter) + 1); }
 
@@ -64,7 +74,7 @@ void Click(AddIn& addin, int index, outlook::Inspector* owner) {
     case 1:
       CountUse(addin.config.Statistic2);
       return SaveButtonClick(addin, owner);
-    case 2: return NotInThisBuild(addin, kFeatureProperties);
+    case 2: return PropertiesNotInThisBuild(addin);
     case 3: return NotInThisBuild(addin, kFeaturePreview);
     case 4: return NotInThisBuild(addin, kFeatureDistributionLists);
     case 5: return NotInThisBuild(addin, kFeatureTranslator);

@@ -39,6 +39,7 @@ const LanguageRow kRows[] = {
     {kNotInThisBuild, {L"%1 is not part of this build of Corvina."}},
     {kFeatureStationery, {L"The stationery picker"}},
     {kFeatureProperties, {L"The properties dialog"}},
+    {kOpenVirusAlerterInstead, {L"Open the virus-alert window?"}},
     {kFeaturePreview, {L"The picture preview"}},
     {kFeatureDistributionLists, {L"The distribution-list menu"}},
     {kFeatureTranslator, {L"The keyboard-layout translator"}},

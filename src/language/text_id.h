@@ -40,6 +40,7 @@ enum class TextId : uint16_t {
   kNotInThisBuild,      // %1: the feature
   kFeatureStationery,
   kFeatureProperties,
+  kOpenVirusAlerterInstead,
   kFeaturePreview,
   kFeatureDistributionLists,
   kFeatureTranslator,

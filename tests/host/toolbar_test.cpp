@@ -19,7 +19,7 @@ TEST(ToolbarTest, EveryButtonIsRoutedAndSaysWhatItDoes) {
   };
   const Case cases[] = {
       {kTagCoolMail, L"Not a mail item"},  // no mail window is open
-      {kTagConfiguration, L"The properties dialog is not part of this build of Corvina."},
+      {kTagConfiguration, L"The properties dialog is not part of this build of Corvina.\r\nOpen the virus-alert window?"},
       {kTagPreview, L"The picture preview is not part of this build of Corvina."},
       {kTagSmartSender, L"The distribution-list menu is not part of this build of Corvina."},
       {kTagHebrew, L"The keyboard-layout translator is not part of this build of Corvina."},
