@@ -1,6 +1,8 @@
 #include "rules/rule_storage.h"
 
+#include <deque>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "base/text.h"
@@ -60,14 +62,18 @@ void ApplyRuleOrigins(Rules& rules, const std::wstring& text) {
     if (tab == std::wstring::npos) break;
     from = tab + 1;
   }
+  // The rules of each name that still lack a sender, in order: one pass over the rules, so a
+  // long list loads in linear time.
+  std::unordered_map<std::wstring, std::deque<Rule*>> waiting;
+  for (int32_t n = 1; n <= rules.Count(); ++n) {
+    Rule& rule = rules.Item(n);
+    if (rule.Origin.empty()) waiting[rule.Description].push_back(&rule);
+  }
   for (size_t i = 0; i + 1 < fields.size(); i += 2) {
-    for (int32_t n = 1; n <= rules.Count(); ++n) {
-      Rule& rule = rules.Item(n);
-      if (rule.Description == fields[i] && rule.Origin.empty()) {
-        rule.Origin = fields[i + 1];
-        break;
-      }
-    }
+    auto found = waiting.find(fields[i]);
+    if (found == waiting.end() || found->second.empty()) continue;
+    found->second.front()->Origin = fields[i + 1];
+    found->second.pop_front();
   }
 }
 

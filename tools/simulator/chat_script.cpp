@@ -11,28 +11,6 @@
 namespace corvina::simulator {
 namespace {
 
-// Splits at blanks; a "quoted text" (after a `name=` too) stays one word, without its quotes.
-std::vector<std::wstring> Words(const std::wstring& text) {
-  std::vector<std::wstring> words;
-  std::wstring word;
-  bool quoted = false, any = false;
-  for (wchar_t c : text) {
-    if (c == L'"') {
-      quoted = !quoted;
-      any = true;
-    } else if ((c == L' ' || c == L'\t') && !quoted) {
-      if (any) words.push_back(word);
-      word.clear();
-      any = false;
-    } else {
-      word += c;
-      any = true;
-    }
-  }
-  if (any) words.push_back(word);
-  return words;
-}
-
 // "\n" typed in a script line is a line break of the message.
 std::wstring Unescape(const std::wstring& text) { return Replace(text, L"\\n", L"\r\n"); }
 
@@ -56,7 +34,7 @@ std::wstring ChatWatch::Picture(int32_t number, const SayFn& say) const {
 
 bool ChatWatch::Perform(AddIn& addin, sim::ScriptedUserInterface& ui, const std::wstring& command,
                         const SayFn& say) {
-  const std::vector<std::wstring> words = Words(command);
+  const std::vector<std::wstring> words = ScriptWords(command);
   if (words.empty()) return false;
   const std::wstring verb = LCase(words[0]);
   const size_t blank = command.find(L' ');
@@ -80,7 +58,7 @@ bool ChatWatch::Perform(AddIn& addin, sim::ScriptedUserInterface& ui, const std:
   ChatWindow& window = *addin.chat.window;
   if (verb == L"select") {
     std::vector<std::wstring> emails;
-    for (const std::wstring& part : Words(Replace(rest, L",", L" "))) emails.push_back(part);
+    for (const std::wstring& part : ScriptWords(Replace(rest, L",", L" "))) emails.push_back(part);
     window.SelectUsers(emails);
     return true;
   }

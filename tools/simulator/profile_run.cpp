@@ -1,4 +1,5 @@
 #include "simulator/profile_run.h"
+#include "simulator/virus_script.h"
 
 #include <algorithm>
 #include <system_error>
@@ -263,6 +264,13 @@ bool ProfileRun::Do(const Action& action) {
       }
       return chat_.Perform(addin_->addin(), recorded_ui_, action.text,
                            [this](const std::wstring& line) { Say(line); });
+    case Verb::kVirus:
+      if (!addin_) {
+        Say(L"  Outlook is not running");
+        return false;
+      }
+      return PerformVirus(addin_->addin(), recorded_ui_, store_, action.text,
+                          [this](const std::wstring& line) { Say(line); });
     case Verb::kChooseFolder:
       if (action.numbers.empty()) return false;
       recorded_ui_.QueueFolderMenuChoice(action.numbers[0]);

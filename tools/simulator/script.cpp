@@ -47,12 +47,17 @@ constexpr VerbInfo kVerbs[] = {
     {"attach", Verb::kAttach, Args::kText},
     {"delete", Verb::kDelete, Args::kNumber, 1},
     {"chat", Verb::kChat, Args::kText},
+    {"virus", Verb::kVirus, Args::kText},
 };
 
 constexpr std::wstring_view kChatCommands[] = {
     L"select", L"type",  L"format", L"color", L"attach", L"send", L"click", L"add-user",
     L"properties", L"new-user", L"own-address", L"remove-user", L"clear", L"save", L"close",
     L"activate", L"flash"};
+
+constexpr std::wstring_view kVirusCommands[] = {
+    L"new", L"cancel-new", L"edit", L"select", L"on", L"off", L"remove", L"sort", L"scan",
+    L"scan-alerts", L"send", L"log", L"clear-log", L"close-log", L"apply", L"close"};
 
 constexpr std::pair<std::string_view, MsgBoxButton> kButtons[] = {
     {"yes", MsgBoxButton::kYes}, {"no", MsgBoxButton::kNo},
@@ -155,6 +160,33 @@ std::string ParseArgs(const VerbInfo& info, std::string_view args, Action& actio
 
 }  // namespace
 
+// Splits at blanks; a "quoted text" (after a `name=` too) stays one word, without its quotes.
+std::vector<std::wstring> ScriptWords(const std::wstring& text) {
+  std::vector<std::wstring> words;
+  std::wstring word;
+  bool quoted = false, any = false;
+  for (wchar_t c : text) {
+    if (c == L'"') {
+      quoted = !quoted;
+      any = true;
+    } else if ((c == L' ' || c == L'\t') && !quoted) {
+      if (any) words.push_back(word);
+      word.clear();
+      any = false;
+    } else {
+      word += c;
+      any = true;
+    }
+  }
+  if (any) words.push_back(word);
+  return words;
+}
+
+bool IsVirusCommand(std::wstring_view word) {
+  return std::any_of(std::begin(kVirusCommands), std::end(kVirusCommands),
+                     [&](std::wstring_view c) { return EqualsIgnoreCase(word, c); });
+}
+
 bool IsChatCommand(std::wstring_view word) {
   return std::any_of(std::begin(kChatCommands), std::end(kChatCommands),
                      [&](std::wstring_view c) { return EqualsIgnoreCase(word, c); });
@@ -229,6 +261,10 @@ Script ParseScript(std::string_view text, std::string_view source) {
       message = "expects a chat command (select, type, format, color, attach, send, click, "
                 "add-user, properties, new-user, own-address, remove-user, clear, save, close, "
                 "activate, flash)";
+    if (message.empty() && action.verb == Verb::kVirus &&
+        !IsVirusCommand(action.text.substr(0, action.text.find(L' '))))
+      message = "expects a virus command (new, cancel-new, edit, select, on, off, remove, sort, "
+                "scan, scan-alerts, send, log, clear-log, close-log, apply, close)";
     if (message.empty() && action.verb == Verb::kShow && Lower(ToUtf8(action.text)) != "deleted" &&
         Lower(ToUtf8(action.text)) != "inbox")
       message = "expects 'inbox' or 'deleted'";

@@ -32,7 +32,9 @@ enum class Verb {
   // What features that send or delete mail will do, done through the object model by hand.
   kAttach, kDelete,
   // The chat window: the command and its arguments in `text`.
-  kChat
+  kChat,
+  // The virus-alert window, likewise.
+  kVirus
 };
 
 struct Action {
@@ -51,6 +53,9 @@ struct Action {
 
 // The words that may follow `chat`.
 bool IsChatCommand(std::wstring_view word);
+bool IsVirusCommand(std::wstring_view word);
+// Splits at blanks; a "quoted text" (after a `name=` too) stays one word, without its quotes.
+std::vector<std::wstring> ScriptWords(const std::wstring& text);
 
 // The verb as written in scripts ("click-inspector").
 std::string_view VerbName(Verb verb);
