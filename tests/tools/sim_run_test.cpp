@@ -210,6 +210,7 @@ TEST(SimulatorRun, SampleTranscriptsAreAsExpected) {
       {"demo", {"--profile", samples + "/profile", "--script", samples + "/demo.script"}},
       {"two-users", {"--script", samples + "/two-users.script"}},
       {"chat", {"--script", samples + "/chat.script"}},
+      {"virus", {"--script", samples + "/virus.script"}},
       {"help", {"--help"}},
   };
   for (const Case& c : cases) {
