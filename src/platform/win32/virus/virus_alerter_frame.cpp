@@ -114,6 +114,7 @@ void VirusAlerterFrame::Create(const VirusAlerterView& view) {
 void VirusAlerterFrame::MakeControls() {
   const VirusAlerterLabels& l = view_.labels;
   AddChild(L"STATIC", l.rules, SS_LEFT, kAlerterRulesLabel);
+  // One rule at a time: Edit, Remove and the switches act on the selected rule.
   HWND list = AddChild(WC_LISTVIEWW, L"",
                        LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS |
                            WS_TABSTOP | WS_GROUP,

@@ -47,7 +47,6 @@ class VirusAlerterFrame final : public FrameWindow {
   // where it opens; the chosen command, 0 for none).
   using MenuChooser = std::function<int(HMENU menu, POINT screen)>;
   void set_menu_chooser_for_testing(MenuChooser chooser) { choose_ = std::move(chooser); }
-  bool right_to_left() const noexcept { return view_.right_to_left; }
 
  private:
   LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
