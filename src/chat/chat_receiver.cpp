@@ -69,29 +69,18 @@ void LoopForNewChatsAtEntry(AddIn& addin) {
   addin.Run(L"LoopForNewChatsAtEntry", [&] {
     if (!addin.oApplication) return;
     auto inbox = addin.oApplication->GetNamespace(L"MAPI")->GetDefaultFolder(outlook::olFolderInbox);
-    const LoopParameters loop = GetLoopParametersByFolder(*inbox);
-    if (loop.end == 0) return;
-    auto items = inbox->Items();
-    int32_t end = loop.end;
-    for (int32_t i = loop.start; loop.step > 0 ? i <= end : i >= end; i += loop.step) {
-      auto item = items->Item(i);
-      if (item->Class() != outlook::olMail) continue;
-      if (IsOlderThanLastMonitor(*item, addin.config)) return;
-      const std::wstring subject = item->Subject();
-      if (!CheckNewChat(subject, L"")) continue;
+    WalkNewMails(*inbox, addin.config, [&](outlook::Item& item, Date) {
+      const std::wstring subject = item.Subject();
+      if (!CheckNewChat(subject, L"")) return false;
       // Only a chat mail's body is read: on a large Inbox every read is a call into Outlook.
-      const std::wstring body = item->Body();
+      const std::wstring body = item.Body();
       ChatWindow& window = OpenChatWindow(addin);
       window.ShowIncomingMessage(SweepSender(subject), body, 0, L"");
       addin.services.beeper.Beep();
-      item->SetUnRead(false);
-      item->Delete();
-      // Walking upwards, the next mail has just moved into this position.
-      if (loop.step > 0) {
-        i -= loop.step;
-        --end;
-      }
-    }
+      item.SetUnRead(false);
+      item.Delete();
+      return true;
+    });
   });
 }
 

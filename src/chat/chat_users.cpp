@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "settings/config.h"
 #include "settings/guard.h"
+#include "settings/stored_list.h"
 
 namespace corvina {
 namespace {
@@ -135,17 +136,10 @@ bool ChatUsers::FillListView(ChatListView& view, const std::wstring& image_list)
 
 bool ChatUsers::InitializeData(const std::wstring& data, int field) {
   return Guard(log_, kContext, L"InitializeData", false, [&] {
-    const std::wstring trimmed = Trim(data);
-    if (trimmed.empty()) return true;
-    std::wstring_view rest = trimmed;
-    while (!rest.empty() && rest.front() == L';') rest.remove_prefix(1);
-    while (!rest.empty() && rest.back() == L';') rest.remove_suffix(1);
-
-    int32_t position = 1;
     // Sets the field of the position-th user (or, for the address list, adds the user). A
     // failure keeps its number; its text gains the list and position, so the one log line
     // tells where the stored list is damaged.
-    auto load = [&](std::wstring_view value) {
+    auto load = [&](std::wstring_view value, int32_t position) {
       try {
         switch (field) {
           case kChatFieldEmail:
@@ -175,12 +169,7 @@ bool ChatUsers::InitializeData(const std::wstring& data, int field) {
                         L", value " + std::to_wstring(position) + L")");
       }
     };
-    // One pass over the text: each value is a view into it, nothing is cut or copied per step.
-    for (size_t cut; (cut = rest.find(L';')) != std::wstring_view::npos; ++position) {
-      load(rest.substr(0, cut));
-      rest.remove_prefix(cut + 1);
-    }
-    load(Trim(rest));
+    WalkStoredList(data, load);
     return true;
   });
 }

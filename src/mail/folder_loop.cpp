@@ -26,6 +26,26 @@ LoopParameters GetLoopParametersByFolder(outlook::Folder& folder) {
   return p;
 }
 
+void WalkNewMails(outlook::Folder& folder, const Config& config,
+                  const std::function<bool(outlook::Item& mail, Date received)>& handle) {
+  const LoopParameters loop = GetLoopParametersByFolder(folder);
+  if (loop.end == 0) return;
+  auto items = folder.Items();
+  int32_t end = loop.end;
+  for (int32_t i = loop.start; loop.step > 0 ? i <= end : i >= end; i += loop.step) {
+    auto item = items->Item(i);
+    if (item->Class() != outlook::olMail) continue;
+    const Date received = item->ReceivedTime();
+    if (IsOlderThanLastMonitor(received, config)) return;
+    if (!handle(*item, received)) continue;
+    // Walking upwards, the next mail has just moved into this position.
+    if (loop.step > 0) {
+      i -= loop.step;
+      --end;
+    }
+  }
+}
+
 bool IsOlderThanLastMonitor(outlook::Item& mail, const Config& config) {
   return IsOlderThanLastMonitor(mail.ReceivedTime(), config);
 }

@@ -6,6 +6,7 @@
 #include "base/error.h"
 #include "base/text.h"
 #include "settings/guard.h"
+#include "settings/stored_list.h"
 
 namespace corvina {
 namespace {
@@ -65,13 +66,9 @@ std::wstring Rules::GetAllAsStringByType(int type) {
 
 bool Rules::InitializeData(const std::wstring& data, int type) {
   return Guard(log_, kContext, L"InitializeData", false, [&] {
-    const std::wstring trimmed = Trim(data);
-    if (trimmed.empty()) return true;
-    std::wstring_view rest = trimmed;
-    while (!rest.empty() && rest.front() == L';') rest.remove_prefix(1);
-    while (!rest.empty() && rest.back() == L';') rest.remove_suffix(1);
-    int32_t position = 1;
-    auto apply = [&](std::wstring_view element) {
+    // Only the Description list adds rules; the others fill the rule at the element's
+    // position, and one beyond the last rule ends the list here.
+    WalkStoredList(data, [&](std::wstring_view element, int32_t position) {
       switch (type) {
         case kRuleDescription: Add(std::wstring(element), false, L"", L"", L"", L""); break;
         case kRuleActive: Item(position).Active = ToBoolean(element); break;
@@ -81,13 +78,7 @@ bool Rules::InitializeData(const std::wstring& data, int type) {
         case kRuleAttachment: Item(position).Attachment = Trim(element); break;
         default: break;
       }
-    };
-    for (size_t semicolon; (semicolon = rest.find(L';')) != std::wstring_view::npos;) {
-      apply(rest.substr(0, semicolon));
-      rest.remove_prefix(semicolon + 1);
-      ++position;
-    }
-    apply(rest);
+    });
     return true;
   });
 }

@@ -6,6 +6,7 @@
 #include "mail/folder_loop.h"
 #include "rules/rule_storage.h"
 #include "settings/config_store.h"
+#include "settings/stored_list.h"
 #include "virus/virus_alerter.h"
 
 namespace corvina {
@@ -106,38 +107,24 @@ int32_t LoopForVirusAlerts(AddIn& addin) {
     if (!addin.oApplication) return;
     auto inbox =
         addin.oApplication->GetNamespace(L"MAPI")->GetDefaultFolder(outlook::olFolderInbox);
-    const LoopParameters loop = GetLoopParametersByFolder(*inbox);
-    if (loop.end == 0) return;
-    auto items = inbox->Items();
-    int32_t end = loop.end;
-    for (int32_t i = loop.start; loop.step > 0 ? i <= end : i >= end; i += loop.step) {
-      auto item = items->Item(i);
-      if (item->Class() != outlook::olMail) continue;
-      if (IsOlderThanLastMonitor(*item, addin.config)) return;
-      const std::wstring subject = item->Subject();
+    WalkNewMails(*inbox, addin.config, [&](outlook::Item& item, Date) {
+      const std::wstring subject = item.Subject();
       // Only an alert mail's body is read: on a large Inbox every read is a call into Outlook.
-      if (Trim(subject) != kVirusAlertSubject) continue;
-      if (!CheckForVirusAlert(addin, subject, item->Body(), item->SenderName())) continue;
-      item->Delete();
+      if (Trim(subject) != kVirusAlertSubject) return false;
+      if (!CheckForVirusAlert(addin, subject, item.Body(), item.SenderName())) return false;
+      item.Delete();
       ++taken;
-      if (loop.step > 0) {
-        i -= loop.step;
-        --end;
-      }
-    }
+      return true;
+    });
   });
   return taken;
 }
 
 bool SplitString(AddIn& addin, const std::wstring& list, int type) {
   return addin.Run(L"SplitString", false, [&] {
-    const std::wstring trimmed = Trim(list);
-    if (trimmed.empty() || type < kRuleDescription || type > kRuleAttachment) return true;
-    std::wstring_view rest = trimmed;
-    while (!rest.empty() && rest.front() == L';') rest.remove_prefix(1);
-    while (!rest.empty() && rest.back() == L';') rest.remove_suffix(1);
-    for (size_t semicolon; (semicolon = rest.find(L';')) != std::wstring_view::npos;)
-      rest.remove_prefix(semicolon + 1);
+    if (type < kRuleDescription || type > kRuleAttachment) return true;
+    // The walk of loading, keeping nothing: it only proves the list can be read.
+    WalkStoredList(list, [](std::wstring_view, int32_t) {});
     return true;
   });
 }

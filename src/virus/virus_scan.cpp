@@ -71,29 +71,16 @@ int32_t DeleteInfectedItems(AddIn& addin) {
     if (!addin.oApplication) return;
     auto inbox =
         addin.oApplication->GetNamespace(L"MAPI")->GetDefaultFolder(outlook::olFolderInbox);
-    const LoopParameters loop = GetLoopParametersByFolder(*inbox);
-    if (loop.end == 0) return;
-    auto items = inbox->Items();
-    int32_t end = loop.end;
-    for (int32_t i = loop.start; loop.step > 0 ? i <= end : i >= end; i += loop.step) {
-      auto item = items->Item(i);
-      if (item->Class() != outlook::olMail) continue;
-      // Walked newest first: everything after the first older mail was scanned before.
-      const Date received = item->ReceivedTime();
-      if (IsOlderThanLastMonitor(received, addin.config)) return;
-      MailReader reader(*item);
-      const int hit = FirstHit(addin, *item, reader);
-      if (hit == 0) continue;
-      LogVirusAlert(addin, item->SentOn(), received, reader.SenderName(),
-                    reader.Subject(), hit, L"Delete");
-      item->Delete();  // into Deleted Items: the user can still get it back
+    WalkNewMails(*inbox, addin.config, [&](outlook::Item& item, Date received) {
+      MailReader reader(item);
+      const int hit = FirstHit(addin, item, reader);
+      if (hit == 0) return false;
+      LogVirusAlert(addin, item.SentOn(), received, reader.SenderName(), reader.Subject(), hit,
+                    L"Delete");
+      item.Delete();  // into Deleted Items: the user can still get it back
       ++deleted;
-      // Walking upwards, the next mail has just moved into this position.
-      if (loop.step > 0) {
-        i -= loop.step;
-        --end;
-      }
-    }
+      return true;
+    });
   });
   return deleted;
 }
