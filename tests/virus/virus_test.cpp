@@ -111,6 +111,9 @@ TEST(AlertMailTest, AnAlertMailAddsItsRuleOnceAndIsTakenInEveryTime) {
   EXPECT_EQ(a.rules.glbRules.Item(2).Attachment, L"z.exe");
   // ... appended to the stored lists untrimmed, and saved at once.
   EXPECT_EQ(a.config.VirusFrom, L"; body ;");
+  EXPECT_EQ(a.config.VirusSubject, L";Hello;");
+  EXPECT_EQ(a.config.VirusBody, L";;");
+  EXPECT_EQ(a.config.VirusAttachments, L";;z.exe");
   EXPECT_EQ(world.Setting(L"Configuration", L"VirusDescription"), L";Rule X;Rule Z");
   EXPECT_EQ(world.Setting(L"Configuration", L"VirusActive"), L";True;False");
   EXPECT_EQ(world.Setting(L"Configuration", L"VirusRuleOrigins"), L"Rule X\tAnna\tRule Z\tAnna");
