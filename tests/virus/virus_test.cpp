@@ -186,6 +186,34 @@ TEST(VirusScanTest, AlertMailsAreReadNewestFirstAndOnlyTheirBodiesAreRead) {
   EXPECT_EQ(next->folder, outlook::olFolderDeletedItems);
 }
 
+TEST(VirusScanTest, BothScansSeeEveryNewMailWhicheverWayTheInboxIsOrdered) {
+  // Outlook hands a folder's items oldest first or newest first; the walk goes newest first
+  // either way, and a deletion must not make it skip the next mail.
+  for (const bool newest_first : {false, true}) {
+    SimWorld world;
+    auto addin = world.StartOutlook();
+    AddIn& a = addin->addin();
+    a.rules.glbRules.Add(L"prize", true, L"Prize", L"", L"", L"");
+    const std::wstring alert = kVirusAlertSubject;
+    const std::pair<const wchar_t*, const wchar_t*> mails[] = {
+        {L"Hello", L""}, {L"Prize", L""}, {L"Prize", L""}, {L"Lunch", L""},
+        {alert.c_str(), L"A;True;;;x;\r"}, {L"Hi", L""}, {alert.c_str(), L"B;True;;;y;\r"}};
+    std::vector<sim::SimItemPtr> delivered;
+    for (int i = 0; i < 7; ++i) {
+      const int n = newest_first ? 6 - i : i;
+      delivered.push_back(Deliver(world, mails[n].first, L"Anna", mails[n].second,
+                                  AddSeconds(kNew, 60.0 * n)));
+    }
+    EXPECT_EQ(DeleteInfectedItems(a), 2) << newest_first;
+    EXPECT_EQ(LoopForVirusAlerts(a), 2) << newest_first;
+    EXPECT_EQ(Names(a.rules.glbRules), (std::vector<std::wstring>{L"prize", L"B", L"A"}))
+        << newest_first;
+    size_t kept = 0;
+    for (const auto& mail : delivered) kept += mail->folder == outlook::olFolderInbox;
+    EXPECT_EQ(kept, 3u) << newest_first;
+  }
+}
+
 TEST(SendAlertTest, PickedRecipientsGetOneMailAndANoPickSendsNothing) {
   struct Case {
     const wchar_t* what;

@@ -114,6 +114,11 @@ TEST_F(VirusWindowTest, RulesAreSwitchedSortedAndRemovedFromTheList) {
   events().activate();
   EXPECT_EQ(world.ui.virus_view().rules.rows[0].icon_key, L"KeyRuleOn");
   EXPECT_TRUE(world.ui.virus_view().rules.rows[0].checked);
+  Select(1);
+  events().deactivate();  // the list is filled again; the selection stays on its rule
+  EXPECT_FALSE(world.ui.virus_view().rules.rows[0].selected);
+  EXPECT_TRUE(world.ui.virus_view().rules.rows[1].selected);
+  Select(0);
   events().item_check(2, true);
   EXPECT_EQ(world.Setting(L"Configuration", L"VirusActive"), L";True;False;True");
   events().deactivate();
