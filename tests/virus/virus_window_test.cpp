@@ -127,6 +127,13 @@ TEST_F(VirusWindowTest, RulesAreSwitchedSortedAndRemovedFromTheList) {
   EXPECT_EQ(RowTexts(world), (std::vector<std::wstring>{L"a", L"b", L"C"}));
   events().column_click(0);
   EXPECT_EQ(RowTexts(world), (std::vector<std::wstring>{L"C", L"b", L"a"}));
+  // Equal values keep the rules' own order, in either direction (every Body is empty).
+  events().column_click(2);
+  EXPECT_EQ(RowTexts(world), (std::vector<std::wstring>{L"b", L"C", L"a"}));
+  events().column_click(2);
+  EXPECT_EQ(RowTexts(world), (std::vector<std::wstring>{L"b", L"C", L"a"}));
+  events().column_click(0);
+  events().column_click(0);
   Select(1);
   world.ui.QueueMsgBoxAnswer(vbNo);
   events().remove_rule();
