@@ -1,5 +1,6 @@
-// The mailbox side: NameSpace (with AddressLists), Folder, Items, one Item and what hangs
-// from it (Attachments, Attachment, Recipients).
+// The mailbox side: NameSpace (with AddressLists; its select-names dialog is in
+// standin_select_names.cpp), Folder, Items, one Item and what hangs from it (Attachments,
+// Attachment, Recipients).
 #include "standin_object.h"
 
 namespace corvina::standin {
@@ -14,6 +15,10 @@ const KindTable<outlook::NameSpace>& TableOf(KindTag<outlook::NameSpace>) {
           {L"GetItemFromID", 2, [](Ref<N> o, Call& c) { c.Return(o->GetItemFromID(c.Text(0))); }},
           {L"AddressLists", 0,
            [](Ref<N> o, Call& c) { c.Return(std::make_shared<AddressLists>(AddressLists{o})); }},
+          {L"GetSelectNamesDialog", 0,
+           [](Ref<N> o, Call& c) {
+             c.Return(std::make_shared<SelectNamesDialog>(SelectNamesDialog{o, L"", {}}));
+           }},
       },
       {}};
   return table;

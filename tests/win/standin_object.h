@@ -16,6 +16,7 @@
 #include <map>
 #include <memory>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "platform/event_connection.h"
@@ -66,6 +67,21 @@ struct AddressLists {
   outlook::Ref<outlook::NameSpace> name_space;
 };
 
+// Outlook's SelectNamesDialog, which platform/outlook.h folds into NameSpace::SelectNames: the
+// caption is kept until Display asks the sim for the pick, which Recipients then hands out.
+struct SelectNamesDialog {
+  outlook::Ref<outlook::NameSpace> name_space;
+  std::wstring caption;
+  std::vector<std::wstring> picked;
+};
+// The dialog's Recipients collection and one Recipient in it, over the sim's answer entries.
+struct PickedRecipients {
+  std::vector<std::wstring> entries;
+};
+struct PickedRecipient {
+  std::wstring entry;
+};
+
 // The tables, each defined beside its kind's members.
 const KindTable<outlook::Application>& TableOf(KindTag<outlook::Application>);
 const KindTable<outlook::Explorers>& TableOf(KindTag<outlook::Explorers>);
@@ -75,6 +91,9 @@ const KindTable<outlook::Inspector>& TableOf(KindTag<outlook::Inspector>);
 const KindTable<outlook::Selection>& TableOf(KindTag<outlook::Selection>);
 const KindTable<outlook::NameSpace>& TableOf(KindTag<outlook::NameSpace>);
 const KindTable<AddressLists>& TableOf(KindTag<AddressLists>);
+const KindTable<SelectNamesDialog>& TableOf(KindTag<SelectNamesDialog>);
+const KindTable<PickedRecipients>& TableOf(KindTag<PickedRecipients>);
+const KindTable<PickedRecipient>& TableOf(KindTag<PickedRecipient>);
 const KindTable<outlook::Folder>& TableOf(KindTag<outlook::Folder>);
 const KindTable<outlook::Items>& TableOf(KindTag<outlook::Items>);
 const KindTable<outlook::Item>& TableOf(KindTag<outlook::Item>);
