@@ -146,9 +146,21 @@ TEST_F(VirusWindowTest, RulesAreSwitchedSortedAndRemovedFromTheList) {
 
 TEST_F(VirusWindowTest, CheckBoxesAreStoredPreferencesWrittenByApply) {
   const auto& boxes = world.ui.virus_view().settings;
-  ASSERT_EQ(boxes.size(), 7u);
-  EXPECT_EQ(boxes[0].key, L"AllowAutoUpdateVirusList");
+  const std::pair<const wchar_t*, const wchar_t*> expected[] = {
+      {L"AllowAutoUpdateVirusList", L"Take in rules from alert mails"},
+      {L"PromtForIncomingVirusAutoUpdate", L"Ask before taking in a rule from an alert mail"},
+      {L"PromtForIncomingVirus", L"Ask before deleting an infected mail"},
+      {L"AutoDeleteInfectedMessage", L"Delete infected mails without asking"},
+      {L"BeepForIncomingVirus", L"Beep when a mail is deleted"},
+      {L"ScanForVirusAtStartup", L"Scan the Inbox at start-up"},
+      {L"ScanForVirusAlertAtStartup", L"Scan for alert mails at start-up"}};
+  ASSERT_EQ(boxes.size(), std::size(expected));
+  for (size_t i = 0; i < boxes.size(); ++i) {
+    EXPECT_EQ(boxes[i].key, expected[i].first);
+    EXPECT_EQ(boxes[i].caption, expected[i].second);
+  }
   EXPECT_TRUE(boxes[0].checked);  // "1" by default
+  EXPECT_FALSE(boxes[3].checked);  // "" by default
   events().setting_click(0, false);
   events().setting_click(6, true);
   EXPECT_FALSE(world.HasSetting(L"Configuration", L"AllowAutoUpdateVirusList"));
