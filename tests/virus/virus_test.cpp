@@ -268,6 +268,11 @@ TEST(VirusReportTest, ShowsTheLogLinesAndClearsThem) {
   close();
   EXPECT_FALSE(a.IsFormLoaded(kVirusReportFormName));
   EXPECT_EQ(a.virus.report, nullptr);
+  // A window the platform let go of behind the model's back is loaded again when asked for.
+  OpenVirusReport(a);
+  world.ui.UnloadForm(kVirusReportFormName);
+  OpenVirusReport(a);
+  EXPECT_TRUE(a.IsFormLoaded(kVirusReportFormName));
 }
 
 }  // namespace
