@@ -222,13 +222,12 @@ void VirusAlerter::cmdScanInboxForVirusNow_Click() {
 void VirusAlerter::cmdScanInboxForVirusAlerts_Click() {
   const int32_t count = LoopForVirusAlerts(addin_);
   if (count != 0) Tell(std::to_wstring(count) + addin_.Text(TextId::kVirusAlertsTakenIn), vbInformation);
-  const Config& c = addin_.config;
-  SplitString(addin_, c.VirusSubject, kRuleSubject);
-  SplitString(addin_, c.VirusFrom, kRuleFrom);
-  SplitString(addin_, c.VirusBody, kRuleBody);
-  SplitString(addin_, c.VirusAttachments, kRuleAttachment);
-  SplitString(addin_, c.VirusDescription, kRuleDescription);
-  SplitString(addin_, c.VirusActive, kRuleActive);
+  // Each stored list is walked once more, in this order, as the alert read always has.
+  const std::pair<std::wstring Config::*, int> lists[] = {
+      {&Config::VirusSubject, kRuleSubject},         {&Config::VirusFrom, kRuleFrom},
+      {&Config::VirusBody, kRuleBody},               {&Config::VirusAttachments, kRuleAttachment},
+      {&Config::VirusDescription, kRuleDescription}, {&Config::VirusActive, kRuleActive}};
+  for (const auto& [list, type] : lists) SplitString(addin_, addin_.config.*list, type);
   RefreshRules();
 }
 

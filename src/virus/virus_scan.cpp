@@ -54,14 +54,20 @@ int FirstHit(AddIn& addin, outlook::Item& mail, MailReader& reader) {
 
 bool IsVirusList(AddIn& addin, const std::wstring& value, int type) {
   return addin.Run(L"IsVirusList", false, [&] {
-    Rules& rules = addin.rules.glbRules;
+    // The value goes in its field's place among the matcher's four arguments (subject, body,
+    // attachment, from); the other three stay empty.
+    int place = -1;
     switch (type) {
-      case kRuleSubject: return rules.IsMatchRuleAndActive(value, L"", L"", L"");
-      case kRuleBody: return rules.IsMatchRuleAndActive(L"", value, L"", L"");
-      case kRuleFrom: return rules.IsMatchRuleAndActive(L"", L"", L"", value);
-      case kRuleAttachment: return rules.IsMatchRuleAndActive(L"", L"", value, L"");
+      case kRuleSubject: place = 0; break;
+      case kRuleBody: place = 1; break;
+      case kRuleAttachment: place = 2; break;
+      case kRuleFrom: place = 3; break;
       default: return false;
     }
+    std::wstring arguments[4];
+    arguments[place] = value;
+    return addin.rules.glbRules.IsMatchRuleAndActive(arguments[0], arguments[1], arguments[2],
+                                                     arguments[3]);
   });
 }
 

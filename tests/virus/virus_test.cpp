@@ -152,6 +152,21 @@ TEST(VirusScanTest, DeletesNewMatchingMailsIntoDeletedItemsAndLogsEach) {
   EXPECT_EQ(MatchedFieldName(2), L"UnKnown");
 }
 
+TEST(VirusScanTest, EachValueIsTestedAgainstItsOwnField) {
+  SimWorld world;
+  auto addin = world.StartOutlook();
+  AddIn& a = addin->addin();
+  a.rules.glbRules.Add(L"r", true, L"S", L"B", L"A", L"F");
+  const std::pair<int, const wchar_t*> hits[] = {
+      {kRuleSubject, L"S"}, {kRuleBody, L"B"}, {kRuleAttachment, L"A"}, {kRuleFrom, L"F"}};
+  for (const auto& [type, value] : hits) {
+    for (const auto& [other, other_value] : hits)
+      EXPECT_EQ(IsVirusList(a, other_value, type), other == type) << type << " " << other;
+  }
+  EXPECT_FALSE(IsVirusList(a, L"r", kRuleDescription));
+  EXPECT_FALSE(IsVirusList(a, L"True", kRuleActive));
+}
+
 TEST(VirusScanTest, AFieldNoActiveRuleHoldsIsNotReadFromOutlook) {
   SimWorld world;
   auto addin = world.StartOutlook();
