@@ -210,10 +210,10 @@ TEST(RulesTest, WhoSentARuleSurvivesTheStoredLists) {
   const std::wstring text = RuleOriginsText(rules);
   Rules loaded(log);
   for (const wchar_t* name : {L"A", L"Mine", L"A"}) loaded.Add(name, true, L"", L"", L"", L"");
-  ApplyRuleOrigins(loaded, text);
+  ApplyRuleOrigins(loaded, text + L"\tGone\tCleo\tA\tDave");
   EXPECT_EQ(loaded.Item(1).Origin, L"Anna Smith");
   EXPECT_EQ(loaded.Item(2).Origin, L"");
-  EXPECT_EQ(loaded.Item(3).Origin, L"Ben");
+  EXPECT_EQ(loaded.Item(3).Origin, L"Ben");  // a third sender of "A" finds no rule left
 }
 
 }  // namespace

@@ -163,6 +163,8 @@ TEST_F(VirusWindowTest, CheckBoxesAreStoredPreferencesWrittenByApply) {
   EXPECT_FALSE(boxes[3].checked);  // "" by default
   events().setting_click(0, false);
   events().setting_click(6, true);
+  EXPECT_FALSE(boxes[0].checked);  // drawn again at once
+  EXPECT_TRUE(boxes[6].checked);
   EXPECT_FALSE(world.HasSetting(L"Configuration", L"AllowAutoUpdateVirusList"));
   events().apply();
   EXPECT_EQ(world.Setting(L"Configuration", L"AllowAutoUpdateVirusList"), L"0");
