@@ -172,6 +172,10 @@ TEST(RulesTest, NewRulesAreNamedByTheSecondAndTheSameSecondGivesTheSameName) {
                                                                 L"New Rule 22/11/2026 09:30:00"}));
   EXPECT_TRUE(a.rules.editing.glbCurrentRule.Active);
   EXPECT_EQ(list.rows.size(), 2u);
+  // Until the wizard fills it, a new rule holds nothing and is switched off.
+  const Rule& made = a.rules.glbRules.Item(2);
+  EXPECT_EQ(made.Subject + made.Body + made.Attachment + made.From, L"");
+  EXPECT_FALSE(made.Active);
 }
 
 TEST(RulesTest, EditingNeedsASelectedRowAndChangesOnlyThatRule) {
