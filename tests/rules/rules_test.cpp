@@ -111,6 +111,20 @@ TEST(RulesTest, TheLastFilledArgumentAloneDecides) {
   EXPECT_FALSE(rules.AnyActiveValue(kRuleDescription));
 }
 
+TEST(RulesTest, AFieldCountsAsHeldOnlyByAnActiveRuleWithAValueThere) {
+  const int fields[] = {kRuleSubject, kRuleBody, kRuleAttachment, kRuleFrom};
+  for (const int held : fields) {
+    SimWorld world;
+    Log log(world.files, world.clock);
+    Rules rules(log);
+    auto value = [&](int field) { return field == held ? L"v" : L""; };
+    rules.Add(L"on", true, value(kRuleSubject), value(kRuleBody), value(kRuleAttachment),
+              value(kRuleFrom));
+    rules.Add(L"off", false, L"s", L"b", L"a", L"f");
+    for (const int field : fields) EXPECT_EQ(rules.AnyActiveValue(field), field == held) << held << field;
+  }
+}
+
 TEST(RulesTest, NameCheckCountsDuplicatesAsTheWizardNeedsThem) {
   struct Case {
     const wchar_t* name;
