@@ -47,6 +47,10 @@ sim::ScriptedUserInterface::WizardPlay Play(RuleValues values, SayFn say) {
 
 void PrintRules(const VirusAlerterView& view, const SayFn& say) {
   if (view.rules.rows.empty()) say(L"  [rules] (none)");
+  if (view.rules.sort_column >= 0) {
+    say(L"  [rules] sorted by column " + std::to_wstring(view.rules.sort_column) +
+        (view.rules.sort_descending ? L", descending" : L", ascending"));
+  }
   int n = 0;
   for (const RuleListRow& row : view.rules.rows) {
     std::wstring line = L"  [rules] " + std::to_wstring(++n) + L". " + row.text +
