@@ -259,6 +259,12 @@ TEST(SendAlertTest, PickedRecipientsGetOneMailAndANoPickSendsNothing) {
     EXPECT_EQ(sent[0]->subject, kVirusAlertSubject);
     EXPECT_EQ(sent[0]->body, AlertMailBody(rule));
   }
+  // Without Outlook's application object there is nobody to ask and nothing is sent.
+  SimWorld world;
+  auto addin = world.StartOutlook();
+  addin->addin().oApplication.reset();
+  EXPECT_FALSE(SendVirusAlert(addin->addin(), Rule{}));
+  EXPECT_TRUE(world.store.select_names_captions.empty());
 }
 
 TEST(VirusReportTest, ShowsTheLogLinesAndClearsThem) {
