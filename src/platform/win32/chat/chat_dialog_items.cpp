@@ -7,13 +7,6 @@
 namespace corvina::win32 {
 namespace {
 
-struct HBrushTraits {
-  using Handle = HBRUSH;
-  static HBRUSH Invalid() noexcept { return nullptr; }
-  static void Close(HBRUSH h) noexcept { DeleteObject(h); }
-};
-using UniqueHBrush = UniqueHandle<HBrushTraits>;
-
 constexpr int kPadding = 3;
 constexpr COLORREF kSwatchFrame = RGB(64, 64, 64);  // shows black, silver and lime alike
 

@@ -113,6 +113,13 @@ LRESULT FrameWindow::Common(UINT message, WPARAM wparam, LPARAM lparam) {
         return 0;
       }
       break;
+    case WM_CLOSE:
+      // The core unloads the form, which closes this window; without a core, it closes itself.
+      if (const std::function<void()>& close = CloseEvent())
+        Fire(close);
+      else
+        Destroy();
+      return 0;
     default:
       break;
   }

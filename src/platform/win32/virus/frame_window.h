@@ -3,6 +3,7 @@
 // font, laid out in dialog units, whose procedure lets no exception out. The host's message
 // loop is Outlook's, which knows nothing of dialogs, so the controls themselves turn Escape
 // into closing the window and Tab into moving to the next control.
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -38,6 +39,8 @@ class FrameWindow {
   HFONT font() const noexcept { return font_.get(); }
   const DialogUnits& units() const noexcept { return units_; }
 
+  // What closing the window (its X, Escape, a Close button) reports to the core.
+  virtual const std::function<void()>& CloseEvent() const noexcept = 0;
   // The window's messages; anything not handled goes to Default.
   virtual LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) = 0;
   LRESULT Default(UINT message, WPARAM wparam, LPARAM lparam) noexcept {

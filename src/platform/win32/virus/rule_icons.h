@@ -3,7 +3,7 @@
 // key for a rule that is on, a grey one for a rule that is off.
 #include <string>
 
-#include "platform/win32/virus/gdi_handles.h"
+#include "platform/win32/unique_handle.h"
 
 namespace corvina::win32 {
 

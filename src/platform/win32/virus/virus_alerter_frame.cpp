@@ -420,13 +420,6 @@ LRESULT VirusAlerterFrame::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       reinterpret_cast<MINMAXINFO*>(lparam)->ptMinTrackSize = POINT{r.right - r.left, r.bottom - r.top};
       return 0;
     }
-    case WM_CLOSE:
-      // The core unloads the form, which closes this window.
-      if (events_.close)
-        Fire(events_.close);
-      else
-        Destroy();
-      return 0;
     case WM_COMMAND:
       OnCommand(LOWORD(wparam), HIWORD(wparam));
       return 0;

@@ -9,7 +9,7 @@
 
 #include "platform/virus_windows.h"
 #include "platform/win32/virus/frame_window.h"
-#include "platform/win32/virus/gdi_handles.h"
+#include "platform/win32/unique_handle.h"
 
 namespace corvina::win32 {
 
@@ -49,6 +49,7 @@ class VirusAlerterFrame final : public FrameWindow {
   void set_menu_chooser_for_testing(MenuChooser chooser) { choose_ = std::move(chooser); }
 
  private:
+  const std::function<void()>& CloseEvent() const noexcept override { return events_.close; }
   LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
   void Create(const VirusAlerterView& view);
   void MakeControls();

@@ -18,10 +18,12 @@ constexpr int kOriginLines = 4;
 int TabbedWidth(HWND list, const std::wstring& line, const std::array<int, 5>& stops) {
   HDC dc = GetDC(list);
   if (!dc) return 0;
-  HGDIOBJ old = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(list, WM_GETFONT, 0, 0)));
-  const DWORD size = GetTabbedTextExtentW(dc, line.c_str(), static_cast<int>(line.size()),
-                                          static_cast<int>(stops.size()), stops.data());
-  SelectObject(dc, old);
+  DWORD size = 0;
+  {
+    ScopedSelect font(dc, reinterpret_cast<HFONT>(SendMessageW(list, WM_GETFONT, 0, 0)));
+    size = GetTabbedTextExtentW(dc, line.c_str(), static_cast<int>(line.size()),
+                                static_cast<int>(stops.size()), stops.data());
+  }
   ReleaseDC(list, dc);
   return LOWORD(size);
 }
@@ -135,13 +137,6 @@ LRESULT VirusReportFrame::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       return 0;
     case WM_GETMINMAXINFO:
       reinterpret_cast<MINMAXINFO*>(lparam)->ptMinTrackSize = POINT{kMinimumSize.cx, kMinimumSize.cy};
-      return 0;
-    case WM_CLOSE:
-      // The core unloads the form, which closes this window.
-      if (events_.close)
-        Fire(events_.close);
-      else
-        Destroy();
       return 0;
     case WM_COMMAND:
       if (HIWORD(wparam) != BN_CLICKED) break;

@@ -29,6 +29,7 @@ class VirusReportFrame final : public FrameWindow {
   void Show(const VirusReportView& view, const VirusReportEvents& events);
 
  private:
+  const std::function<void()>& CloseEvent() const noexcept override { return events_.close; }
   LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
   void Create(const VirusReportView& view);
   void Layout();
